@@ -1,0 +1,114 @@
+#include "platform/window/vexbackend.h"
+
+#include "platform/device/cdc.h"
+#include "platform/headless/vexheadless.h"
+#include "platform/window/cwnd.h"
+
+namespace {
+
+CVexBackend* installedBackend = nullptr;
+
+// Never destroyed: a window that outlives main still gives its capture back.
+CVexBackend& headlessBackend()
+{
+    static CVexBackend* const backend = new CVexHeadlessBackend;
+    return *backend;
+}
+
+} // namespace
+
+CVexBackend::~CVexBackend()
+{
+    if (installedBackend == this) {
+        installedBackend = nullptr;
+    }
+}
+
+void CVexBackend::forget(CWnd* window)
+{
+    if (capture() == window) {
+        setCapture(nullptr);
+    }
+}
+
+CVexBackend& CVexBackend::current()
+{
+    return installedBackend != nullptr ? *installedBackend : headlessBackend();
+}
+
+CVexBackend* CVexBackend::install(CVexBackend* backend)
+{
+    CVexBackend* const before = installedBackend;
+    installedBackend = backend;
+    return before;
+}
+
+bool GetMessageW(MSG* message, CWnd*, unsigned, unsigned)
+{
+    MSG taken;
+    const bool goesOn = CVexBackend::current().getMessage(taken);
+    if (message != nullptr) {
+        *message = taken;
+    }
+    return goesOn;
+}
+
+bool TranslateMessage(const MSG* message)
+{
+    if (message == nullptr || (message->message != WM_KEYDOWN && message->message != WM_KEYUP)) {
+        return false;
+    }
+    if (message->hwnd == nullptr || CWnd::isLiving(message->hwnd)) {
+        CVexBackend::current().translateMessage(*message);
+    }
+    return true;
+}
+
+LRESULT DispatchMessageW(const MSG* message)
+{
+    return message == nullptr || !CWnd::isLiving(message->hwnd)
+               ? 0
+               : CVexBackend::current().dispatchMessage(*message);
+}
+
+CWnd* GetCapture()
+{
+    return CVexBackend::current().capture();
+}
+
+void ReleaseCapture()
+{
+    CVexBackend::current().setCapture(nullptr);
+}
+
+void SetCursor(VexCursor cursor)
+{
+    CVexBackend::current().setCursor(cursor);
+}
+
+void GetCursorPos(CPoint* screen)
+{
+    if (screen != nullptr) {
+        *screen = CVexBackend::current().cursorPosition();
+    }
+}
+
+void SetCursorPos(int x, int y)
+{
+    CVexBackend::current().setCursorPosition({x, y});
+}
+
+void ClipCursor(const CRect* screen)
+{
+    CVexBackend::current().clipCursor(screen);
+}
+
+int GetKeyState(unsigned virtualKey)
+{
+    return CVexBackend::current().keyState(virtualKey);
+}
+
+int MessageBoxW(const CString& text, const CString& caption, unsigned type)
+{
+    return CVexBackend::current().messageBox(text, caption, type);
+}

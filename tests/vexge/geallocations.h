@@ -1,0 +1,6 @@
+#pragma once
+
+#include <cstddef>
+
+/// How often operator new ran in this test program so far.
+std::size_t allocationCount();

@@ -1,0 +1,3 @@
+#include "vexge/gemath/vexgematrix3d.h"
+
+CVexGeMatrix3d::~CVexGeMatrix3d() = default;

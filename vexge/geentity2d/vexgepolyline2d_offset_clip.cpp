@@ -1,0 +1,226 @@
+#include "vexge/geentity2d/vexgepolyline2d_offset_clip.h"
+
+#include "vexge/geentity2d/vexgepolyline2d_hits.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+using Walk = CVexGePolylineWalk;
+
+CVexGePolyline2d polylineOf(const std::vector<CVexGePoint2d>& points,
+                            const std::vector<double>& bulges)
+{
+    CVexGePolyline2d chain;
+    chain.set(points, bulges);
+    return chain;
+}
+
+/// A hit of a chain with itself: on which segment, and how far along it.
+struct SelfHit {
+    unsigned segment = 0;
+    double along = 0.0;
+    CVexGePoint2d point;
+};
+
+/// Finds whether a chain has a vertex near a point.
+class VertexIndex {
+public:
+    explicit VertexIndex(const CVexGePolyline2d& chain)
+        : m_vertices(chain.vertices()), m_index(boxesOf(chain))
+    {
+    }
+    [[nodiscard]] bool hasNear(const CVexGePoint2d& point, double tol) const
+    {
+        const VexGeBox box = VexGeBox{point.x, point.y, point.x, point.y}.grownBy(tol);
+        return m_index.search(box,
+                              [&](std::size_t i) { return m_vertices[i].isEqualTo(point, tol); });
+    }
+
+private:
+    static std::vector<VexGeBox> boxesOf(const CVexGePolyline2d& chain)
+    {
+        std::vector<VexGeBox> boxes;
+        boxes.reserve(chain.vertices().size());
+        for (const CVexGePoint2d& vertex : chain.vertices()) {
+            boxes.push_back({vertex.x, vertex.y, vertex.x, vertex.y});
+        }
+        return boxes;
+    }
+
+    const std::vector<CVexGePoint2d>& m_vertices;
+    VexGeSegmentIndex m_index;
+};
+
+/// The parameters of the vertices of an open chain; that of the last is 1.
+std::vector<double> vertexParams(const CVexGePolyline2d& chain)
+{
+    VexGeRunningLengths lengths(chain);
+    for (double& upTo : lengths.upTo) {
+        upTo /= lengths.total;
+    }
+    lengths.upTo.back() = 1.0;
+    return std::move(lengths.upTo);
+}
+
+bool isLine(const CVexGePolyline2d& chain, std::size_t segment)
+{
+    return chain.segType(static_cast<unsigned>(segment)) == CVexGePolyline2d::kLine;
+}
+
+/// The hits of a chain with itself by parameter, as its own intersection gives them, but for the
+/// joints of neighbouring lines: those are vertices, which are no cuts.
+CVexGePolyline2d::ParamMap selfCrossings(const CVexGePolyline2d& chain)
+{
+    const VexGeSegmentIndex index(chain);
+    std::vector<SelfHit> hits;
+    for (std::size_t i = 0; i < index.size(); ++i) {
+        const auto own = static_cast<unsigned>(i);
+        Walk::at(chain, own, [&](const auto& segment) {
+            return index.search(index.box(i).grownBy(2.0 * kGeEpsilon), [&](std::size_t k) {
+                const bool neighbours = i + 1 == k || k + 1 == i;
+                if (i == k || (neighbours && isLine(chain, i) && isLine(chain, k))) {
+                    return false;
+                }
+                return Walk::at(chain, static_cast<unsigned>(k), [&](const auto& receiver) {
+                    for (const CVexGePoint2d& hit :
+                         hitsOf(receiver, segment, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
+                        const double along = segment.distAtPoint(hit, kGeEpsilon);
+                        hits.push_back(
+                            {own, travelled(segment, chain.getBulgeAt(own), along), hit});
+                    }
+                    return false;
+                });
+            });
+        });
+    }
+    CVexGePolyline2d::ParamMap result;
+    if (!hits.empty()) {
+        const VexGeRunningLengths lengths(chain);
+        for (const SelfHit& hit : hits) {
+            result.emplace(lengths.key(hit.segment, hit.along), hit.point);
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+int CVexGePolyline2d::clipOffsetPoly(const std::vector<CVexGePoint2d>& points,
+                                     const std::vector<double>& bulges,
+                                     const std::vector<CVexGePoint2d>& otherPoints,
+                                     const std::vector<double>& otherBulges, double dist,
+                                     PolylineList& out) const
+{
+    return VexGeOffsetClipper(*this, dist)
+        .clip(polylineOf(points, bulges), polylineOf(otherPoints, otherBulges), out);
+}
+
+int VexGeOffsetClipper::clip(CVexGePolyline2d chain, const CVexGePolyline2d& other,
+                             PolylineList& out)
+{
+    m_budget += kStepsPerSegment * chain.numVerts();
+    const CutMap cuts = whereToCut(chain, other);
+    if (cuts.empty()) {
+        m_candidates.push_back(std::move(chain));
+    } else {
+        sortPieces(cutAt(chain, cuts));
+        trimAtContacts();
+    }
+    trimNearApproaches(out);
+    return static_cast<int>(out.size());
+}
+
+VexGeOffsetClipper::CutMap VexGeOffsetClipper::whereToCut(const CVexGePolyline2d& chain,
+                                                          const CVexGePolyline2d& other) const
+{
+    int count = 0;
+    CutMap cuts;
+    chain.intersectWith(other, count, cuts, CVexGeEntity2d::kExtendNone, kGeEpsilon);
+    const CutMap crossings = selfCrossings(chain);
+    if (!crossings.empty()) {
+        const VertexIndex vertices(chain);
+        for (const auto& [param, hit] : crossings) {
+            if (!vertices.hasNear(hit, kOffsetVertexTol)) {
+                cuts.emplace(param, hit);
+            }
+        }
+    }
+    return cuts;
+}
+
+std::vector<CVexGePolyline2d> VexGeOffsetClipper::cutAt(const CVexGePolyline2d& chain,
+                                                        const CutMap& cuts)
+{
+    const std::vector<double> params = vertexParams(chain);
+    const auto& vertices = chain.vertices();
+    std::vector<CVexGePolyline2d> pieces;
+    CVexGePolyline2d piece;
+    unsigned next = 0; // the first vertex that is not in a piece yet
+    for (const auto& [param, cut] : cuts) {
+        for (; next < vertices.size() && params[next] < param; ++next) {
+            piece.appendVertex(vertices[next], chain.getBulgeAt(next));
+        }
+        VexGeSplitBulge parts;
+        if (piece.numVerts() > 0) {
+            const unsigned last = piece.numVerts() - 1;
+            if (next < vertices.size()) {
+                // The piece's last vertex may itself be a cut: then its bulge is what was left.
+                parts =
+                    splitBulge(piece.vertices()[last], vertices[next], piece.getBulgeAt(last), cut);
+            }
+            piece.setBulgeAt(last, parts.before);
+        }
+        piece.appendVertex(cut);
+        pieces.push_back(std::move(piece));
+        piece = CVexGePolyline2d();
+        piece.appendVertex(cut, parts.after);
+    }
+    for (; next < vertices.size(); ++next) {
+        piece.appendVertex(vertices[next], chain.getBulgeAt(next));
+    }
+    pieces.push_back(std::move(piece));
+    return pieces;
+}
+
+void VexGeOffsetClipper::sortPieces(std::vector<CVexGePolyline2d> pieces)
+{
+    for (CVexGePolyline2d& piece : pieces) {
+        if (piece.numVerts() < 2) {
+            continue;
+        }
+        if (!contact(piece, 0)) {
+            m_candidates.push_back(std::move(piece));
+        } else if (liesOnSource(piece)) {
+            m_touching.push_back(std::move(piece));
+        }
+    }
+}
+
+std::optional<CVexGePoint2d> VexGeOffsetClipper::contact(const CVexGePolyline2d& chain,
+                                                         std::size_t first) const
+{
+    std::optional<CVexGePoint2d> found;
+    for (std::size_t i = first; i < chain.numVerts() && !found; ++i) {
+        const auto index = static_cast<unsigned>(i);
+        const VexGeBox reach = segmentBox(chain, index).grownBy(2.0 * kGeEpsilon);
+        Walk::at(chain, index, [&](const auto& segment) {
+            eachHitWith(m_source, &m_sourceIndex, reach, segment, CVexGeEntity2d::kExtendNone,
+                        kGeEpsilon, [&](const CVexGePoint2d& hit) {
+                            if (!found) {
+                                found = hit;
+                            }
+                        });
+            return true;
+        });
+    }
+    return found;
+}
+
+bool VexGeOffsetClipper::liesOnSource(const CVexGePolyline2d& chain) const
+{
+    return std::all_of(
+        chain.vertices().begin(), chain.vertices().end(),
+        [&](const CVexGePoint2d& vertex) { return m_source.isOn(vertex, kGeEpsilon) != 0; });
+}

@@ -1,0 +1,400 @@
+#include "vexge/geentity2d/vexgepolyline2d_hits.h"
+#include "vexge/geentity2d/vexgepolyline2d_offset_clip.h"
+#include "vexge/geentity2d/vexgewinding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+using Walk = CVexGePolylineWalk;
+
+/// Hits of a circle nearer together than this, in the parameter of a touching piece, are one.
+constexpr double kOneHitParam = 0.001;
+/// The tolerance for the arc's part in finding the source point next to a vertex.
+constexpr double kNearVertexTol = 0.001;
+// Parameters that stand for "before the start" and "beyond the end" of a piece.
+constexpr double kBeforeStart = -1.0;
+constexpr double kBeyondEndAtContact = 1.1;
+constexpr double kBeyondEnd = 1.0000001;
+
+double alongSegment(const CVexGeLine2d& line, double /*bulge*/, const CVexGePoint2d& point)
+{
+    return line.startPoint().distanceTo(point);
+}
+
+double alongSegment(const CVexGeCircArc2d& arc, double bulge, const CVexGePoint2d& point)
+{
+    return arc.radius() * travelAngle(arc, bulge, point);
+}
+
+// The closest points of a segment of a piece and one of the source. A line looks for an arc, not
+// the arc for the line: an arc does not look at the line's ends.
+CVexGePoint2d closestOfPair(const CVexGeLine2d& own, const CVexGeLine2d& source,
+                            CVexGePoint2d& onSource)
+{
+    return own.closestPointTo(source, onSource, kGeEpsilon);
+}
+
+CVexGePoint2d closestOfPair(const CVexGeLine2d& own, const CVexGeCircArc2d& source,
+                            CVexGePoint2d& onSource)
+{
+    return own.closestPointTo(source, onSource, kGeEpsilon);
+}
+
+CVexGePoint2d closestOfPair(const CVexGeCircArc2d& own, const CVexGeLine2d& source,
+                            CVexGePoint2d& onSource)
+{
+    CVexGePoint2d onOwn;
+    onSource = source.closestPointTo(own, onOwn, kGeEpsilon);
+    return onOwn;
+}
+
+CVexGePoint2d closestOfPair(const CVexGeCircArc2d& own, const CVexGeCircArc2d& source,
+                            CVexGePoint2d& onSource)
+{
+    return own.closestPointTo(source, onSource, kGeEpsilon);
+}
+
+/// What a bound may be off by from rounding.
+constexpr double kBoundSlack = 1e-6;
+
+double squaredDistance(const CVexGeLine2d& line, const CVexGePoint2d& point)
+{
+    const CVexGeVector2d run = line.endPoint() - line.startPoint();
+    const CVexGeVector2d way = point - line.startPoint();
+    const double size = run.lengthSqrd();
+    const double along = size > 0.0 ? std::clamp(way.dotProduct(run) / size, 0.0, 1.0) : 0.0;
+    return (way - run * along).lengthSqrd();
+}
+
+bool mayCross(const CVexGeLine2d& a, const CVexGeLine2d& b)
+{
+    const auto straddles = [](const CVexGeLine2d& line, const CVexGeLine2d& other) {
+        const double first = doubledArea(line.startPoint(), line.endPoint(), other.startPoint());
+        const double second = doubledArea(line.startPoint(), line.endPoint(), other.endPoint());
+        return !(first > 0.0 && second > 0.0) && !(first < 0.0 && second < 0.0);
+    };
+    return straddles(a, b) && straddles(b, a);
+}
+
+// Whether the two certainly keep `reach` between them: a bound that needs no direction to be found,
+// which spares nearly all pairs the search for their closest points.
+bool surelyApart(const CVexGeLine2d& a, const CVexGeLine2d& b, double reach)
+{
+    const double far = (reach + kBoundSlack) * (reach + kBoundSlack);
+    return squaredDistance(a, b.startPoint()) > far && squaredDistance(a, b.endPoint()) > far &&
+           squaredDistance(b, a.startPoint()) > far && squaredDistance(b, a.endPoint()) > far &&
+           !mayCross(a, b);
+}
+
+bool surelyApart(const CVexGeLine2d& line, const CVexGeCircArc2d& arc, double reach)
+{
+    const CVexGePoint2d& centre = arc.center();
+    const double nearest = std::sqrt(squaredDistance(line, centre));
+    const double farthest =
+        std::max(centre.distanceTo(line.startPoint()), centre.distanceTo(line.endPoint()));
+    return std::max(nearest - arc.radius(), arc.radius() - farthest) > reach + kBoundSlack;
+}
+
+bool surelyApart(const CVexGeCircArc2d& arc, const CVexGeLine2d& line, double reach)
+{
+    return surelyApart(line, arc, reach);
+}
+
+bool surelyApart(const CVexGeCircArc2d& a, const CVexGeCircArc2d& b, double reach)
+{
+    const double centres = a.center().distanceTo(b.center());
+    const double outside = centres - a.radius() - b.radius();
+    const double within = std::fabs(a.radius() - b.radius()) - centres;
+    return std::max(outside, within) > reach + kBoundSlack;
+}
+
+bool surelyApart(const CVexGeLine2d& line, const CVexGePoint2d& point, double reach)
+{
+    return squaredDistance(line, point) > (reach + kBoundSlack) * (reach + kBoundSlack);
+}
+
+bool surelyApart(const CVexGeCircArc2d& arc, const CVexGePoint2d& point, double reach)
+{
+    return std::fabs(arc.center().distanceTo(point) - arc.radius()) > reach + kBoundSlack;
+}
+
+bool tooShort(const CVexGeLine2d& line)
+{
+    return line.length() < kOffsetClipTol;
+}
+
+bool tooShort(const CVexGeCircArc2d& /*arc*/)
+{
+    return false;
+}
+
+/// False when the piece begins at `hit` already: nothing more can be taken off it.
+bool removeHead(VexGeOffsetPiece& piece, const VexGePieceHit& hit)
+{
+    if (!(hit.run > piece.runAt(piece.first()))) {
+        return false;
+    }
+    piece.removeHead(hit);
+    return true;
+}
+
+} // namespace
+
+VexGeOffsetPiece::VexGeOffsetPiece(CVexGePolyline2d chain)
+    : m_chain(std::move(chain)), m_upTo(VexGeRunningLengths(m_chain).upTo)
+{
+}
+
+VexGePieceHit VexGeOffsetPiece::at(std::size_t i, const CVexGePoint2d& point) const
+{
+    double run = m_upTo[i];
+    const auto index = static_cast<unsigned>(i);
+    Walk::at(m_chain, index, [&](const auto& segment) {
+        run += alongSegment(segment, m_chain.getBulgeAt(index), point);
+        return true;
+    });
+    return {run, i, point};
+}
+
+std::optional<VexGeOffsetPiece::Span> VexGeOffsetPiece::hitsWith(const CVexGeCircArc2d& circle)
+{
+    if (!m_index) {
+        m_index.emplace(m_chain);
+    }
+    const CVexGePoint2d& centre = circle.center();
+    const VexGeBox reach =
+        VexGeBox{centre.x, centre.y, centre.x, centre.y}.grownBy(circle.radius() + kGeTol);
+    std::optional<Span> span;
+    m_index->search(reach, m_first, [&](std::size_t i) {
+        Walk::at(m_chain, static_cast<unsigned>(i), [&](const auto& segment) {
+            for (const CVexGePoint2d& point :
+                 hitsOf(segment, circle, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
+                const VexGePieceHit hit = at(i, point);
+                if (!span) {
+                    span = Span{hit, hit};
+                } else if (hit.run < span->low.run) {
+                    span->low = hit;
+                } else if (hit.run > span->high.run) {
+                    span->high = hit;
+                }
+            }
+            return true;
+        });
+        return false;
+    });
+    return span;
+}
+
+CVexGePolyline2d VexGeOffsetPiece::head(const VexGePieceHit& hit) const
+{
+    CVexGePolyline2d result;
+    result.setSize(static_cast<unsigned>(hit.segment - m_first + 2));
+    for (std::size_t i = m_first; i < hit.segment; ++i) {
+        result.appendVertex(vertex(i), m_chain.bulges()[i]);
+    }
+    const double bulge = m_chain.bulges()[hit.segment];
+    const CVexGePoint2d& from = vertex(hit.segment);
+    result.appendVertex(from, splitBulge(from, vertex(hit.segment + 1), bulge, hit.point).before);
+    result.appendVertex(hit.point);
+    return result;
+}
+
+void VexGeOffsetPiece::removeHead(const VexGePieceHit& hit)
+{
+    const auto index = static_cast<unsigned>(hit.segment);
+    const double bulge = m_chain.getBulgeAt(index);
+    m_chain.setBulgeAt(index, splitBulge(vertex(index), vertex(index + 1), bulge, hit.point).after);
+    m_chain.setPointAt(index, hit.point);
+    m_upTo[index] = hit.run;
+    m_first = index;
+}
+
+CVexGePolyline2d VexGeOffsetPiece::take()
+{
+    if (m_first > 0) {
+        m_chain.removeVertexAt(0, static_cast<int>(m_first) - 1);
+    }
+    return std::move(m_chain);
+}
+
+void VexGeOffsetClipper::trimAtContacts()
+{
+    for (; !m_touching.empty(); m_touching.pop_front()) {
+        VexGeOffsetPiece piece(std::move(m_touching.front()));
+        bool kept = true;
+        while (kept && piece.numVerts() > 1) {
+            const auto point = contact(piece.chain(), piece.first());
+            if (!point) {
+                m_candidates.push_back(piece.take());
+                break;
+            }
+            kept = spendStep() && trimAtContact(piece, *point);
+        }
+    }
+}
+
+bool VexGeOffsetClipper::keepsDistance(const CVexGePoint2d& end, const CVexGePoint2d& cut) const
+{
+    const CVexGePoint2d nearest = m_source.closestPointTo(end, kGeEpsilon);
+    return m_dist + kOffsetClipTol < nearest.distanceTo(end) ||
+           m_dist + kOffsetClipTol < nearest.distanceTo(cut);
+}
+
+bool VexGeOffsetClipper::trimAtContact(VexGeOffsetPiece& piece, const CVexGePoint2d& contactPoint)
+{
+    const CVexGeCircArc2d circle(contactPoint, m_dist);
+    const auto span = piece.hitsWith(circle);
+    if (!span) {
+        return false;
+    }
+    double low = piece.param(span->low.run);
+    double high = piece.param(span->high.run);
+    const bool oneHit = std::fabs(low - high) < kOneHitParam;
+    const bool nearEnds = low <= kOffsetClipTol && 1.0 - high <= kOffsetClipTol;
+    if (nearEnds || (oneHit && (low <= kOffsetClipTol || 1.0 - high <= kOffsetClipTol))) {
+        return false;
+    }
+    if (oneHit) {
+        (circle.isInside(piece.startPoint(), kGeEpsilon) ? low : high) =
+            circle.isInside(piece.startPoint(), kGeEpsilon) ? kBeforeStart : kBeyondEndAtContact;
+    }
+    if (low > kOffsetClipTol) {
+        if (!keepsDistance(piece.startPoint(), span->low.point)) {
+            return false;
+        }
+        m_touching.push_back(piece.head(span->low));
+        if (high > 1.0) {
+            return false;
+        }
+    }
+    if (1.0 - high > kOffsetClipTol) {
+        if (!keepsDistance(piece.endPoint(), span->high.point)) {
+            return false;
+        }
+        return removeHead(piece, span->high);
+    }
+    return false;
+}
+
+void VexGeOffsetClipper::trimNearApproaches(PolylineList& out)
+{
+    for (; !m_candidates.empty(); m_candidates.pop_front()) {
+        VexGeOffsetPiece piece(std::move(m_candidates.front()));
+        bool kept = true;
+        while (kept && piece.numVerts() > 1) {
+            const auto near = firstNear(piece);
+            if (!near) {
+                out.push_back(std::make_unique<CVexGePolyline2d>(piece.take()));
+                break;
+            }
+            kept = spendStep() && trimAtNear(piece, *near);
+        }
+    }
+}
+
+std::optional<CVexGePoint2d> VexGeOffsetClipper::nearVertex(const CVexGePoint2d& vertex) const
+{
+    const double limit = m_dist - kOffsetClipTol;
+    const VexGeBox box = VexGeBox{vertex.x, vertex.y, vertex.x, vertex.y}.grownBy(limit);
+    std::optional<CVexGePoint2d> near;
+    m_sourceIndex.search(box, [&](std::size_t s) {
+        return Walk::at(m_source, static_cast<unsigned>(s), [&](const auto& segment) {
+            if (surelyApart(segment, vertex, limit) || tooShort(segment)) {
+                return false;
+            }
+            const CVexGePoint2d foot = segment.closestPointTo(vertex, kNearVertexTol);
+            if (!(foot.distanceTo(vertex) < limit)) {
+                return false;
+            }
+            near = foot;
+            return true;
+        });
+    });
+    return near;
+}
+
+std::optional<CVexGePoint2d> VexGeOffsetClipper::nearSegment(const VexGeOffsetPiece& piece,
+                                                             unsigned index) const
+{
+    const double limit = m_dist - kOffsetClipTol;
+    std::optional<CVexGePoint2d> near;
+    double lowest = 0.0;
+    const auto offer = [&](const CVexGePoint2d& here, const CVexGePoint2d& there) {
+        const double run = piece.at(index, here).run;
+        if (here.distanceTo(there) < limit && (!near || run < lowest)) {
+            lowest = run;
+            near = there;
+        }
+    };
+    Walk::at(piece.chain(), index, [&](const auto& own) {
+        if (tooShort(own)) {
+            return false;
+        }
+        const VexGeBox box = segmentBox(piece.chain(), index).grownBy(limit);
+        return m_sourceIndex.search(box, [&](std::size_t s) {
+            Walk::at(m_source, static_cast<unsigned>(s), [&](const auto& segment) {
+                if (!surelyApart(own, segment, limit) && !tooShort(segment)) {
+                    CVexGePoint2d there;
+                    const CVexGePoint2d here = closestOfPair(own, segment, there);
+                    offer(here, there);
+                }
+                return false;
+            });
+            return false;
+        });
+    });
+    return near;
+}
+
+std::optional<CVexGePoint2d> VexGeOffsetClipper::firstNear(const VexGeOffsetPiece& piece) const
+{
+    // In the order of the parameter: a vertex comes before what lies on its segment.
+    std::optional<CVexGePoint2d> near;
+    for (std::size_t i = piece.first(); i < piece.end() && !near; ++i) {
+        near = nearVertex(piece.vertex(i));
+        if (!near) {
+            near = nearSegment(piece, static_cast<unsigned>(i));
+        }
+    }
+    return near;
+}
+
+bool VexGeOffsetClipper::trimAtNear(VexGeOffsetPiece& piece, const CVexGePoint2d& sourcePoint)
+{
+    const CVexGeCircArc2d circle(sourcePoint, m_dist);
+    const auto span = piece.hitsWith(circle);
+    if (!span) {
+        return false;
+    }
+    double low = piece.param(span->low.run);
+    double high = piece.param(span->high.run);
+    if (std::fabs(low - high) < kOffsetClipTol) {
+        const bool startInside = circle.isInside(piece.startPoint(), kGeEpsilon);
+        if (low <= kOffsetClipTol) {
+            if (circle.isInside(piece.endPoint(), kGeEpsilon)) {
+                return false;
+            }
+        } else if (1.0 - high <= kOffsetClipTol) {
+            if (startInside) {
+                return false;
+            }
+        } else if (startInside) {
+            low = kBeforeStart;
+        } else {
+            high = kBeyondEnd;
+        }
+    } else if (low <= kOffsetClipTol && 1.0 - high <= kOffsetClipTol) {
+        return false;
+    }
+    const bool hasTail = 1.0 - high > kOffsetClipTol;
+    if (low > kOffsetClipTol) {
+        CVexGePolyline2d head = piece.head(span->low);
+        if (head.length() > kOffsetClipTol) {
+            m_candidates.push_back(std::move(head));
+        }
+    }
+    return hasTail && removeHead(piece, span->high);
+}

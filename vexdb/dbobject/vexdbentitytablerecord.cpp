@@ -1,0 +1,9 @@
+#include "vexdb/dbobject/vexdbentitytablerecord.h"
+
+CVexDbEntityTableRecord::CVexDbEntityTableRecord(CVexDbDatabase* database)
+    : CVexDbTableRecord(database)
+{
+    setClassType(VexDb::kEntityTableRecord);
+}
+
+CVexDbEntityTableRecord::~CVexDbEntityTableRecord() = default;

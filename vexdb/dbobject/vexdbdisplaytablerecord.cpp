@@ -1,0 +1,108 @@
+#include "vexdb/dbobject/vexdbdisplaytablerecord.h"
+
+#include "platform/window/cwnd.h"
+#include "vexdb/dbobject/vexdbentsetiterator.h"
+#include "vexdb/dbobject/vexdbviewunits.h"
+#include "vexdb/vexdbdatabase.h"
+
+namespace {
+
+CRect wholeUnits(const VexXY& min, const VexXY& max)
+{
+    return {truncateSaturated(min.x), truncateSaturated(min.y), truncateSaturated(max.x),
+            truncateSaturated(max.y)};
+}
+
+} // namespace
+
+CVexDbDisplayTableRecord::CVexDbDisplayTableRecord(CVexDbDatabase* owner) : CVexDbTableRecord(owner)
+{
+    // Not the view record's own number: hosts know views by the block record's.
+    setClassType(VexDb::kBlockTableRecord);
+    if (database() != nullptr) {
+        const VexDbDrawingSettings_tag& settings = database()->settings();
+        m_mapping.displayWindow = wholeUnits(settings.m_ptLimitsMin, settings.m_ptLimitsMax);
+        m_mapping.window = logicalOf(m_mapping.displayWindow);
+    }
+}
+
+CVexDbDisplayTableRecord::~CVexDbDisplayTableRecord() = default;
+
+void CVexDbDisplayTableRecord::setView(CView* view, CDC* dc)
+{
+    m_view = view;
+    m_dc = dc;
+}
+
+bool CVexDbDisplayTableRecord::getView(CView*& view, CDC*& dc) const
+{
+    view = m_view;
+    dc = m_dc;
+    return m_view != nullptr;
+}
+
+void CVexDbDisplayTableRecord::SetCurDispWin(const CVexGePoint2d& min, const CVexGePoint2d& max)
+{
+    const CRect area = wholeUnits({min.x, min.y}, {max.x, max.y});
+    if (!area.IsRectEmpty()) {
+        // The window goes along: the next mapping is made from it, and the saved view would be
+        // lost.
+        m_mapping.displayWindow = area;
+        m_mapping.window = logicalOf(area);
+    }
+}
+
+void CVexDbDisplayTableRecord::setLimits(const CVexGePoint2d& min, const CVexGePoint2d& max)
+{
+    m_limitsMin = min;
+    m_limitsMax = max;
+}
+
+void CVexDbDisplayTableRecord::getLimits(CVexGePoint2d& min, CVexGePoint2d& max) const
+{
+    min = m_limitsMin;
+    max = m_limitsMax;
+}
+
+void CVexDbDisplayTableRecord::addEntity(const CVexDbObjectId& id)
+{
+    if (!id.isNull()) {
+        m_displayed.insert(id);
+    }
+}
+
+void CVexDbDisplayTableRecord::removeEntity(const CVexDbObjectId& id)
+{
+    if (!id.isNull()) {
+        m_displayed.erase(id);
+    }
+}
+
+void CVexDbDisplayTableRecord::setEntityToMem(const CVexDbIdSet& set)
+{
+    if (&set == &m_displayed) {
+        return;
+    }
+    m_displayed.clear();
+    for (const CVexDbObjectId& id : set) {
+        m_displayed.insert(id);
+    }
+}
+
+void CVexDbDisplayTableRecord::ClearDisplayedIdSet()
+{
+    m_displayed.clear();
+}
+
+bool CVexDbDisplayTableRecord::newIterator(CVexDbEntSetIterator*& out, bool start)
+{
+    if (m_displayed.empty()) {
+        return false;
+    }
+    auto iterator = std::make_unique<CVexDbEntSetIterator>(&m_displayed);
+    if (start) {
+        iterator->start(true);
+    }
+    out = iterator.release();
+    return true;
+}

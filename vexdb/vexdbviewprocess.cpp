@@ -1,0 +1,7 @@
+#include "vexdb/vexdbviewprocess.h"
+
+CVexDbViewProcess& CVexDbViewProcess::current()
+{
+    static CVexDbViewProcess process;
+    return process;
+}

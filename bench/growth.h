@@ -1,0 +1,62 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cmath>
+#include <map>
+#include <string>
+
+/// Seconds that `work` takes.
+template <class Work>
+double secondsOf(Work&& work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Gathers both sides of a comparison over the iterations of one benchmark and reports them: time
+/// and nanoseconds an item of ours, the ratio to the plain form in the same run, and over the sizes
+/// the growth exponent (1 is linear).
+class Comparison {
+public:
+    Comparison(benchmark::State& state, std::string name, double items)
+        : m_state(state), m_name(std::move(name)), m_items(items)
+    {
+    }
+    /// One round: ours is the benchmark's own time.
+    void round(double ours, double plain)
+    {
+        m_state.SetIterationTime(ours);
+        m_ours = m_rounds == 0 ? ours : std::min(m_ours, ours);
+        m_plain = m_rounds == 0 ? plain : std::min(m_plain, plain);
+        ++m_rounds;
+    }
+    ~Comparison()
+    {
+        m_state.counters["ns_each"] = m_ours * 1e9 / m_items;
+        m_state.counters["plain_ns_each"] = m_plain * 1e9 / m_items;
+        m_state.counters["ours/plain"] = m_ours / m_plain;
+        auto& seen = times()[m_name];
+        if (!seen.empty()) {
+            const auto [n, seconds] = *seen.begin();
+            m_state.counters["exponent"] = std::log(m_ours / seconds) / std::log(m_items / n);
+        }
+        seen[m_items] = m_ours;
+    }
+    Comparison(const Comparison&) = delete;
+    Comparison& operator=(const Comparison&) = delete;
+
+private:
+    static std::map<std::string, std::map<double, double>>& times()
+    {
+        static std::map<std::string, std::map<double, double>> all;
+        return all;
+    }
+    benchmark::State& m_state;
+    std::string m_name;
+    double m_items;
+    double m_ours = 0.0;
+    double m_plain = 0.0;
+    int m_rounds = 0;
+};

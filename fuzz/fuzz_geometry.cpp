@@ -1,0 +1,125 @@
+#include "vexge/geentity2d/vexgecspline2d.h"
+#include "vexge/geentity2d/vexgeline2d.h"
+#include "vexge/geentity2d/vexgepolyline2d.h"
+#include "vexge/geentity2d/vexgespline.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+// Bytes become vertices, bulges and distances, with the numbers that break algorithms among them,
+// and go into offset, intersection, inside test and splines, closed and open.
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace {
+
+constexpr std::size_t kMostVertices = 64;
+
+// Hands out numbers: mostly small ones on a grid, so that points coincide and segments overlap.
+class Source {
+public:
+    Source(const std::uint8_t* data, std::size_t size) : m_at(data), m_end(data + size) {}
+    [[nodiscard]] std::uint8_t byte() { return m_at == m_end ? 0 : *m_at++; }
+    [[nodiscard]] double number()
+    {
+        switch (const std::uint8_t kind = byte()) {
+        case 250: return std::numeric_limits<double>::quiet_NaN();
+        case 251: return std::numeric_limits<double>::infinity();
+        case 252: return -std::numeric_limits<double>::infinity();
+        case 253: return 1e300 * (byte() - 128.0);
+        case 254: return 1e-300 * byte();
+        case 255: return anyDouble();
+        default: return (kind - 125.0) / 4.0;
+        }
+    }
+    [[nodiscard]] CVexGePoint2d point()
+    {
+        const double x = number();
+        return {x, number()};
+    }
+    [[nodiscard]] bool empty() const { return m_at == m_end; }
+
+private:
+    double anyDouble()
+    {
+        std::uint8_t bytes[sizeof(double)] = {};
+        std::generate(std::begin(bytes), std::end(bytes), [this] { return byte(); });
+        double value = 0.0;
+        std::memcpy(&value, bytes, sizeof value);
+        return value;
+    }
+    const std::uint8_t* m_at;
+    const std::uint8_t* m_end;
+};
+
+CVexGePolyline2d chainFrom(Source& source)
+{
+    CVexGePolyline2d chain;
+    const std::size_t count = source.byte() % kMostVertices;
+    const bool closed = (source.byte() & 1) != 0;
+    for (std::size_t i = 0; i < count && !source.empty(); ++i) {
+        const CVexGePoint2d vertex = source.point();
+        const std::uint8_t bend = source.byte();
+        chain.appendVertex(vertex, bend < 128 ? 0.0 : source.number() / 16.0);
+    }
+    chain.setClosed(closed);
+    return chain;
+}
+
+void meet(const CVexGePolyline2d& a, const CVexGePolyline2d& b)
+{
+    for (const auto kind : {CVexGeEntity2d::kExtendNone, CVexGeEntity2d::kExtendThis,
+                            CVexGeEntity2d::kExtendArg, CVexGeEntity2d::kExtendBoth}) {
+        std::vector<CVexGePoint2d> points;
+        CVexGePolyline2d::ParamMap byParam;
+        int count = 0;
+        a.intersectWith(b, count, points, kind);
+        a.intersectWith(b, count, byParam, kind);
+    }
+}
+
+void ask(const CVexGePolyline2d& chain, const CVexGePoint2d& point, double distance)
+{
+    CVexGePolyline2d::PolylineList pieces;
+    chain.offset(point, distance, pieces, false);
+    chain.offset(point, distance, pieces, true);
+    chain.isInsidePoint(point);
+    chain.isOn(point);
+    chain.pointAtParam(chain.paramAtPoint(chain.closestPointTo(point)));
+    CVexGeVector2d away;
+    chain.perpVecFromPoint(point, away);
+    CVexGePoint2d onLine;
+    chain.closestPointTo(CVexGeLine2d(point, CVexGePoint2d(1.0, 2.0)), onLine);
+}
+
+void bend(const CVexGePolyline2d& chain, bool closed)
+{
+    CVexGeSpline fitted;
+    CVexGeCSpline2d cubic;
+    for (const CVexGePoint2d& vertex : chain.vertices()) {
+        fitted.appendCtrlPt(vertex);
+        cubic.appendCtrlPt(vertex, CVexGeCSpline2d::kReal);
+    }
+    CVexGePolyline2d out;
+    fitted.getGePolyline(out);
+    cubic.setClosed(closed);
+    cubic.getGePolyline(out);
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    Source source(data, size);
+    const CVexGePoint2d side = source.point();
+    const double distance = source.number();
+    const CVexGePolyline2d first = chainFrom(source);
+    const CVexGePolyline2d second = chainFrom(source);
+    ask(first, side, distance);
+    meet(first, second);
+    bend(first, second.isClosed());
+    return 0;
+}

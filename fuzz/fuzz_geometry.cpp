@@ -4,6 +4,7 @@
 #include "vexge/geentity2d/vexgespline.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -16,7 +17,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-constexpr std::size_t kMostVertices = 64;
+constexpr std::size_t kMostVertices = 24;
+/// A spline has divisions by the length of its spans: more of the same, which only take time.
+constexpr double kSplineReach = 100.0;
 
 // Hands out numbers: mostly small ones on a grid, so that points coincide and segments overlap.
 class Source {
@@ -81,11 +84,10 @@ void meet(const CVexGePolyline2d& a, const CVexGePolyline2d& b)
     }
 }
 
-void ask(const CVexGePolyline2d& chain, const CVexGePoint2d& point, double distance)
+void ask(const CVexGePolyline2d& chain, const CVexGePoint2d& point, double distance, bool bothSides)
 {
     CVexGePolyline2d::PolylineList pieces;
-    chain.offset(point, distance, pieces, false);
-    chain.offset(point, distance, pieces, true);
+    chain.offset(point, distance, pieces, bothSides);
     chain.isInsidePoint(point);
     chain.isOn(point);
     chain.pointAtParam(chain.paramAtPoint(chain.closestPointTo(point)));
@@ -95,13 +97,23 @@ void ask(const CVexGePolyline2d& chain, const CVexGePoint2d& point, double dista
     chain.closestPointTo(CVexGeLine2d(point, CVexGePoint2d(1.0, 2.0)), onLine);
 }
 
+// Folds all but what is no number into the reach.
+CVexGePoint2d inReach(const CVexGePoint2d& point)
+{
+    const auto folded = [](double value) {
+        return std::isinf(value) ? std::copysign(kSplineReach, value)
+                                 : std::fmod(value, kSplineReach);
+    };
+    return {folded(point.x), folded(point.y)};
+}
+
 void bend(const CVexGePolyline2d& chain, bool closed)
 {
     CVexGeSpline fitted;
     CVexGeCSpline2d cubic;
     for (const CVexGePoint2d& vertex : chain.vertices()) {
         fitted.appendCtrlPt(vertex);
-        cubic.appendCtrlPt(vertex, CVexGeCSpline2d::kReal);
+        cubic.appendCtrlPt(inReach(vertex), CVexGeCSpline2d::kReal);
     }
     CVexGePolyline2d out;
     fitted.getGePolyline(out);
@@ -118,7 +130,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const double distance = source.number();
     const CVexGePolyline2d first = chainFrom(source);
     const CVexGePolyline2d second = chainFrom(source);
-    ask(first, side, distance);
+    ask(first, side, distance, second.isClosed());
     meet(first, second);
     bend(first, second.isClosed());
     return 0;

@@ -1,3 +1,4 @@
+#include "tests/vexge/geallocations.h"
 #include "tests/vexge/geasserts.h"
 #include "vexge/geentity2d/vexgecircarc2d.h"
 #include "vexge/geentity2d/vexgeline2d.h"
@@ -243,4 +244,36 @@ TEST(ArcPerpTest, CentreHasNoFootNorHasAPointNearTheCentreOfASmallArc)
     EXPECT_FALSE(CVexGeCircArc2d().perpVecFromPoint({0, 0}, way));
     EXPECT_FALSE(CVexGeCircArc2d({0, 0}, 0.5).perpVecFromPoint({0.01, 0}, way));
     EXPECT_POINT(7, 7, way);
+}
+
+TEST(ArcMemoryTest, QueriesAndEditsTakeNoHeap)
+{
+    const CVexGeCircArc2d arc = arcOf(0.0, kPi, 5.0), other = arcOf(1.0, 5.0, 4.0, {3, 3});
+    const CVexGeLine2d line({-9, 2}, CVexGePoint2d(9, 3));
+    CVexGePoint2d first, second;
+    CVexGeVector2d way;
+    CVexGeLine2d touch;
+    int count = 0;
+    const std::size_t before = allocationCount();
+    arc.isOn({0, 5});
+    static_cast<void>(arc.isInside({0, 4}));
+    arc.paramAtPoint({0, 5});
+    arc.distAtPoint({0, 5});
+    arc.pointAtDist(3.0);
+    arc.normalAtParam(0.5);
+    arc.length(0.25, 0.5);
+    arc.distanceTo(CVexGePoint2d(1, 1));
+    arc.distanceTo(line);
+    arc.distanceTo(other);
+    arc.closestPointTo(other, first);
+    arc.perpVecFromPoint({1, 1}, way);
+    arc.tangent({9, 9}, touch);
+    for (const Kind kind : {kNone, kThis, kArg, kBoth}) {
+        arc.intersectWith(line, count, first, second, kind);
+        arc.intersectWith(other, count, first, second, kind);
+    }
+    CVexGeCircArc2d moved(arc);
+    moved.rotateBy(1.0, {3, 3}).scaleBy(2.0, {1, 1}).mirror(line).offset({9, 9}, 1.0);
+    moved.set({0, 0}, {4, 0}, 0.5, true).set({0, 0}, {1, 1}, {2, 0});
+    EXPECT_EQ(before, allocationCount());
 }

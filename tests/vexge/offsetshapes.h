@@ -88,6 +88,20 @@ inline CVexGePolyline2d wavyCircle(int count, double radius, double swing, int w
     return chain(corners, true);
 }
 
+/// A closed curve of `count` arcs, an even number, whose joints lie on a circle: they bend outwards
+/// and inwards in turns, by `swing` radians at each joint, and pass into each other smoothly.
+inline CVexGePolyline2d smoothWaves(int count, double radius, double swing)
+{
+    std::vector<Corner> corners;
+    const double turn = std::numbers::pi / count; // half of what the chords turn by
+    for (int i = 0; i < count; ++i) {
+        const double angle = 2.0 * turn * i;
+        corners.push_back({radius * std::cos(angle), radius * std::sin(angle),
+                           std::tan((turn + (i % 2 == 0 ? swing : -swing)) / 2.0)});
+    }
+    return chain(corners, true);
+}
+
 inline CVexGePolyline2d zigzag(int count, double step, double height)
 {
     std::vector<Corner> corners;

@@ -154,6 +154,16 @@ TEST(Point2dTest, MirrorsInALineThatMissesTheOrigin)
     EXPECT_POINT_NEAR(-1, 7, CVexGePoint2d(5, 7).mirror(upright), 1e-14);
 }
 
+TEST(Point2dTest, MirrorInALineAlongAnAxisIsExact)
+{
+    const CVexGeLine2d upright(CVexGePoint2d(2.5, 0), CVexGePoint2d(2.5, 100));
+    EXPECT_POINT(-996, 1234.0009765625, CVexGePoint2d(1001, 1234.0009765625).mirror(upright));
+    const CVexGeLine2d level(CVexGePoint2d(100, 0.25), CVexGePoint2d(-100, 0.25));
+    EXPECT_POINT(1001, -6.5, CVexGePoint2d(1001, 7).mirror(level));
+    const CVexGeLine2d dot(CVexGePoint2d(0, 1), CVexGePoint2d(0, 1)); // counts as level
+    EXPECT_POINT(3, -2, CVexGePoint2d(3, 4).mirror(dot));
+}
+
 TEST(Point2dTest, ScalesAboutTheCentre)
 {
     EXPECT_POINT(5, -3, CVexGePoint2d(3, -1).scaleBy(2.0, {1, 1}));

@@ -8,6 +8,7 @@
 #include "vexge/gemath/vexgematrix2d.h"
 #include "vexge/gemath/vextruncate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -15,8 +16,8 @@ namespace {
 
 /// Points whose turn has a smaller sine lie on one line and have no circle.
 constexpr double kCollinearSine = 1e-12;
-/// The most display vertices of one arc, however far a damaged file puts its angles apart.
-constexpr int kMostDisplayVertices = 1'000'000;
+/// The most turns of an arc that are displayed, however far a damaged file puts its angles apart.
+constexpr double kMostTurns = 100.0;
 
 /// Where the perpendicular bisectors of p1-p2 and p2-p3 meet, into `centre`; parallel ones leave
 /// it alone. Written out, because bisectors of finite length lose seven digits on the way.
@@ -105,8 +106,8 @@ CVexGeCircArc2d& CVexGeCircArc2d::set(const CVexGePoint2d& p1, const CVexGePoint
         // The circle through p1, p2 and the apex beside the chord's middle, without the apex: a
         // chain of arcs comes through here for each of its queries.
         const CVexGePoint2d middle = p1 + chord * 0.5;
-        if (value == 0.0) {
-            return set(p1, middle, p2);
+        if (std::fabs(value) <= kCollinearSine) {
+            return set(p1, middle, p2); // the centre would lie beyond all numbers
         }
         m_center = middle + chord.perpVector() * ((1.0 - value * value) / (4.0 * value));
         m_radius = chord.length() * (1.0 + value * value) / (4.0 * std::fabs(value));
@@ -208,7 +209,9 @@ void CVexGeCircArc2d::getGrVertexArray(std::vector<CPoint>& out, int segments, d
     // A running sum, as the vertices of drawings on disk were made: a whole turn in 100 steps ends
     // a rounding error below the end and gets one vertex more, the same as the last.
     const double step = kGeTwoPi / segments;
-    for (int made = 0; step > 0.0 && angle < end && made < kMostDisplayVertices; ++made) {
+    const double turn = std::min(end - angle, kMostTurns * kGeTwoPi);
+    const int most = truncateSaturated(turn / step) + 2; // a wild angle does not grow by a step
+    for (int made = 0; step > 0.0 && angle < end && made < most; ++made) {
         push(angle);
         angle += step;
     }

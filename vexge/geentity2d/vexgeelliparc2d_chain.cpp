@@ -12,8 +12,11 @@
 
 namespace {
 
-/// The most steps of a chain or display line, however far a damaged file puts the angles apart.
+/// The most steps of a chain or display line that a caller may ask for.
 constexpr int kMostSteps = 1'000'000;
+/// The most turns of a whole ellipse, however far a damaged file puts its angles apart: each
+/// ellipse of a drawing holds its chain in memory.
+constexpr double kMostTurns = 100.0;
 /// A step that ends this little beyond the arc's end, in radians, ends at it.
 constexpr double kStepSlack = 1e-9;
 
@@ -73,6 +76,13 @@ struct Sweep {
     double start;
     double end;
     bool whole;
+
+    /// How many steps of `step` fit, give or take one; not counted by adding up, since a wild angle
+    /// does not grow by a step.
+    [[nodiscard]] int stepsOf(double step) const
+    {
+        return std::clamp(truncateSaturated((end - start) / step) + 2, 0, kMostSteps);
+    }
 };
 
 /// The sweep between two true directions. Where their points coincide the curve is whole: it runs
@@ -92,7 +102,7 @@ Sweep sweepBetween(const Radii& radii, double startAng, double endAng, double cl
     }
     if (sweep.whole) {
         const double turns = std::round((sweep.end - sweep.start) / kGeTwoPi);
-        sweep.end = sweep.start + kGeTwoPi * std::max(1.0, turns);
+        sweep.end = sweep.start + kGeTwoPi * std::min(std::max(1.0, turns), kMostTurns);
     }
     return sweep;
 }
@@ -197,7 +207,8 @@ bool CVexGeEllipArc2d::setGePolyline(int steps)
     const CVexGePoint2d first = toWorld(radii.at(sweep.start));
     CVexGePoint2d from = first;
     m_polyline.setSize(kChainSteps / 2 + 1);
-    for (int made = 0; steps > 0 && made < kMostSteps; made += 2) {
+    const int most = sweep.stepsOf(step);
+    for (int made = 0; steps > 0 && made < most; made += 2) {
         const double middle = sweep.start + step * (made + 1);
         const double far = sweep.start + step * (made + 2);
         if (!(far <= sweep.end + kStepSlack)) {
@@ -237,8 +248,9 @@ void CVexGeEllipArc2d::getGrVertexArray_Arc(std::vector<CPoint>& out, int steps,
     // A running sum, as the vertices of drawings on disk were made: a whole turn in 100 steps ends
     // a rounding error below the end and gets one vertex more, the same as the last.
     const double step = kGeTwoPi / steps;
+    const int most = sweep.stepsOf(step);
     double angle = sweep.start;
-    for (int made = 0; step > 0.0 && angle < sweep.end && made < kMostSteps; ++made) {
+    for (int made = 0; step > 0.0 && angle < sweep.end && made < most; ++made) {
         line.push(toWorld(radii.at(angle)));
         angle += step;
     }

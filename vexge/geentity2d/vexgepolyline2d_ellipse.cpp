@@ -14,6 +14,9 @@ namespace {
 using Walk = CVexGePolylineWalk;
 using Intersect = CVexGeEntity2d::Intersect;
 
+/// The share of the tolerance within which circles surely count as touching.
+constexpr double kTouchShare = 0.5;
+
 /// Calls `take(index, segment, hits)` for each segment with the list of its hits with `ellipse`.
 template <class Take>
 void eachHitList(const CVexGePolyline2d& chain, const CVexGeEllipArc2d& ellipse, Intersect kind,
@@ -71,6 +74,14 @@ bool CVexGePolyline2d::intersectWith(const CVexGeEllipArc2d& ellipse, int& count
 
 std::vector<CVexGePoint2d> crossingsOfArcs(const CVexGeCircArc2d& prev, const CVexGeCircArc2d& cur)
 {
+    // Circles that touch from outside count as one only where their points at angle zero meet.
+    const CVexGeVector2d way = cur.center() - prev.center();
+    const bool touching =
+        std::fabs(way.length() - prev.radius() - cur.radius()) < kTouchShare * kGeEpsilon;
+    if (touching && (std::fabs(way.x + cur.radius() - prev.radius()) > 2.0 * kGeTol ||
+                     std::fabs(way.y) > 2.0 * kGeTol)) {
+        return {};
+    }
     // An ellipse builds a chain of fifty arcs. It is asked only when the two circles meet a second
     // time on both arcs, or nearly so; a joint alone splits nothing.
     int count = 0;

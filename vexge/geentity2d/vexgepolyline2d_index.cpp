@@ -3,7 +3,9 @@
 #include "vexge/geentity2d/vexgeangle.h"
 #include "vexge/geentity2d/vexgepolyline2d_walk.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -12,14 +14,14 @@ namespace {
 constexpr double kFar = std::numeric_limits<double>::infinity();
 /// Apart from every box: its sides are the wrong way round.
 constexpr VexGeBox kNowhere{kFar, kFar, -kFar, -kFar};
+/// Of a segment whose coordinates make no sense: nothing is ruled out by them.
+constexpr VexGeBox kEverywhere{-kFar, -kFar, kFar, kFar};
 /// What coordinates of a hit may be off by, as a share of their size.
 constexpr double kRounding = 1e-12;
 
 VexGeBox boxOf(const CVexGePoint2d& a, const CVexGePoint2d& b)
 {
-    VexGeBox box{a.x, a.y, a.x, a.y};
-    box.include({b.x, b.y, b.x, b.y});
-    return box;
+    return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
 /// The box of an arc with 0.001 radians beyond each end, and 0.001 around: ends that near are the
@@ -44,15 +46,14 @@ VexGeBox arcBox(const CVexGePoint2d& a, const CVexGePoint2d& b, double bulge)
 
 } // namespace
 
-void VexGeBox::include(const VexGeBox& other)
+bool isStraight(const std::vector<double>& bulges)
 {
-    // A NaN stays: it must win over every number.
-    const auto lower = [](double a, double b) { return a < b || a != a ? a : b; };
-    const auto upper = [](double a, double b) { return a > b || a != a ? a : b; };
-    left = lower(left, other.left);
-    bottom = lower(bottom, other.bottom);
-    right = upper(right, other.right);
-    top = upper(top, other.top);
+    // Without an early end the loop runs on several at a time.
+    std::int64_t bent = 0;
+    for (const double bulge : bulges) {
+        bent |= std::fabs(bulge) <= kGeStraightBulge ? 0 : 1;
+    }
+    return bent == 0;
 }
 
 VexGeBox segmentBox(const CVexGePolyline2d& chain, unsigned index)
@@ -67,43 +68,90 @@ VexGeBox segmentBox(const CVexGePolyline2d& chain, unsigned index)
     const VexGeBox box = kind == CVexGePolyline2d::kLine
                              ? boxOf(start, end)
                              : arcBox(start, end, chain.getBulgeAt(index));
+    if (!(box.left <= box.right && box.bottom <= box.top)) {
+        return kEverywhere;
+    }
     const double size = std::max(std::max(std::fabs(box.left), std::fabs(box.right)),
                                  std::max(std::fabs(box.bottom), std::fabs(box.top)));
     return box.grownBy(size * kRounding);
 }
 
-VexGeSegmentIndex::VexGeSegmentIndex(const CVexGePolyline2d& chain) : m_leaves(chain.numVerts())
+VexGeSegmentIndex::VexGeSegmentIndex(const CVexGePolyline2d& chain)
+    : m_vertices(chain.numVerts()), m_leaves(chain.numVerts())
 {
-    m_boxes.reserve(m_leaves + m_leaves / (kFan - 1) + 4);
-    for (unsigned i = 0; i < m_leaves; ++i) {
-        m_boxes.push_back(segmentBox(chain, i));
+    if (m_leaves > 0 && !chain.isClosed()) {
+        --m_leaves; // the last vertex of an open chain starts no segment
     }
-    addLevels();
+    if (isStraight(chain.bulges())) {
+        m_points = chain.vertices().data();
+    } else {
+        m_leafBoxes.reserve(m_leaves);
+        for (unsigned i = 0; i < m_leaves; ++i) {
+            m_leafBoxes.push_back(segmentBox(chain, i));
+        }
+    }
+    build();
 }
 
 VexGeSegmentIndex::VexGeSegmentIndex(std::vector<VexGeBox> boxes)
-    : m_boxes(std::move(boxes)), m_leaves(m_boxes.size())
+    : m_leaves(boxes.size()), m_leafBoxes(std::move(boxes))
 {
-    addLevels();
+    build();
 }
 
-void VexGeSegmentIndex::addLevels()
+VexGeBox VexGeSegmentIndex::boxOf(std::size_t from, std::size_t to) const
 {
-    if (m_leaves <= kTreeFrom) {
+    VexGeBox all = box(from);
+    if (m_points == nullptr) {
+        for (std::size_t i = from + 1; i < to; ++i) {
+            all.include(m_leafBoxes[i]);
+        }
+        return all;
+    }
+    // A vertex that is not a number may be passed over: its segments have no hits.
+    const std::size_t last = std::min(to, m_vertices - 1);
+    for (std::size_t i = from + 2; i <= last; ++i) {
+        const CVexGePoint2d& point = m_points[i];
+        all.include({point.x, point.y, point.x, point.y});
+    }
+    if (last < to) {
+        all.include(box(to - 1)); // the closing segment
+    }
+    return all;
+}
+
+void VexGeSegmentIndex::build()
+{
+    if (m_leaves == 0) {
         return;
     }
-    m_levels.push_back({0, m_leaves, 1});
-    while (m_levels.back().count > kFan) {
-        const Level below = m_levels.back();
-        const Level level{m_boxes.size(), (below.count + kFan - 1) / kFan, below.span * kFan};
-        for (std::size_t i = 0; i < level.count; ++i) {
-            VexGeBox box = kNowhere;
-            const std::size_t end = std::min((i + 1) * kFan, below.count);
-            for (std::size_t k = i * kFan; k < end; ++k) {
-                box.include(m_boxes[below.offset + k]);
+    VexGeBox all;
+    if (m_leaves <= kTreeFrom) {
+        all = boxOf(0, m_leaves);
+    } else {
+        m_nodes.reserve(m_leaves / (kFan - 1) + kMostLevels);
+        std::size_t below = m_leaves;
+        for (std::size_t start = 0; m_levelCount == 0 || below > kFan;) {
+            const Level level{m_nodes.size(), (below + kFan - 1) / kFan,
+                              m_levelCount == 0 ? kFan : m_levels[m_levelCount - 1].span * kFan};
+            for (std::size_t from = 0; from < below; from += kFan) {
+                const std::size_t to = std::min(from + kFan, below);
+                VexGeBox node = m_levelCount == 0 ? boxOf(from, to) : m_nodes[start + from];
+                for (std::size_t i = from + 1; m_levelCount > 0 && i < to; ++i) {
+                    node.include(m_nodes[start + i]);
+                }
+                m_nodes.push_back(node);
             }
-            m_boxes.push_back(box);
+            start = level.offset;
+            below = level.count;
+            m_levels[m_levelCount++] = level;
         }
-        m_levels.push_back(level);
+        const Level& top = m_levels[m_levelCount - 1];
+        all = m_nodes[top.offset];
+        for (std::size_t i = 1; i < top.count; ++i) {
+            all.include(m_nodes[top.offset + i]);
+        }
     }
+    m_rounding = kRounding * std::max(std::max(std::fabs(all.left), std::fabs(all.right)),
+                                      std::max(std::fabs(all.bottom), std::fabs(all.top)));
 }

@@ -3,9 +3,12 @@
 #include "vexge/geentity2d/vexgepolyline2d_index.h"
 #include "vexge/geentity2d/vexgepolyline2d_walk.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -28,6 +31,37 @@ void eachHit(const CVexGePolyline2d& chain, const Curve& curve, Intersect kind, 
     });
 }
 
+/// Calls `visit(index)` in rising order for the segments that may come within `margin`, a product
+/// with the length of `run`, of the line through `start` along `run`.
+template <class Visit>
+void eachBeside(const CVexGePolyline2d& chain, const CVexGePoint2d& start,
+                const CVexGeVector2d& run, double margin, const Visit& visit)
+{
+    const CVexGePoint2d* const vertices = chain.vertices().data();
+    const double* const bulges = chain.bulges().data();
+    const unsigned count = chain.numVerts();
+    const double offset = run.x * start.y - run.y * start.x;
+    const auto across = [&](unsigned i) {
+        return run.x * vertices[i].y - run.y * vertices[i].x - offset;
+    };
+    const auto mayCome = [&](double from, double to, unsigned i) {
+        const bool aside = std::min(from, to) > margin || std::max(from, to) < -margin;
+        return !aside || std::fabs(bulges[i]) > kGeStraightBulge;
+    };
+    double here = count > 0 ? across(0) : 0.0;
+    const double first = here;
+    for (unsigned i = 0; i + 1 < count; ++i) {
+        const double next = across(i + 1);
+        if (mayCome(here, next, i)) {
+            visit(i);
+        }
+        here = next;
+    }
+    if (count > 0 && mayCome(here, first, count - 1)) {
+        visit(count - 1);
+    }
+}
+
 /// As above for a line. Where the line or both are bounded, a straight segment all on one side of
 /// the line's carrier is passed over: it cannot have a hit within the tolerance.
 template <class Take>
@@ -41,30 +75,57 @@ void eachHitWithLine(const CVexGePolyline2d& chain, const CVexGeLine2d& line, In
         eachHit(chain, line, kind, tol, take);
         return;
     }
-    const auto& vertices = chain.vertices();
-    const auto& bulges = chain.bulges();
     const CVexGePoint2d& start = line.startPoint();
-    const auto across = [&](const CVexGePoint2d& point) {
-        return run.x * (point.y - start.y) - run.y * (point.x - start.x);
-    };
     const double size = std::fabs(start.x) + std::fabs(start.y) + length;
     const double margin = length * (3.0 * tol + kRounding * size);
-    const unsigned count = chain.numVerts();
-    double here = count > 0 ? across(vertices[0]) : 0.0;
-    for (unsigned i = 0; i < count; ++i) {
-        const double next = across(vertices[i + 1 < count ? i + 1 : 0]);
-        const bool oneSide = (here > margin && next > margin) || (here < -margin && next < -margin);
-        here = next;
-        if (oneSide && std::fabs(bulges[i]) <= kGeStraightBulge) {
-            continue;
-        }
+    eachBeside(chain, start, run, margin, [&](unsigned i) {
         Walk::at(chain, i, [&](const auto& segment) {
             for (const CVexGePoint2d& hit : hitsOf(segment, line, kind, tol)) {
                 take(i, segment, hit);
             }
             return true;
         });
-    }
+    });
+}
+
+/// Calls `visit(i, candidates)` for the segments of `chain` in order, with the segments of `other`
+/// that each may meet, in order too; for none, it may not.
+template <class Visit>
+void eachCandidates(const CVexGePolyline2d& chain, const CVexGePolyline2d& other, double tol,
+                    const Visit& visit)
+{
+    const VexGeSegmentIndex own(chain);
+    const VexGeSegmentIndex others(other);
+    const double margin = 2.0 * tol + own.rounding() + others.rounding();
+    std::vector<std::pair<std::size_t, std::size_t>> runs;
+    std::vector<std::size_t> candidates;
+    const auto meeting = [margin](const VexGeBox& box) {
+        return [reach = box.grownBy(margin)](const VexGeBox& b) { return !b.apartFrom(reach); };
+    };
+    const auto meetsAny = [&](const VexGeBox& box) {
+        return others.searchRuns(meeting(box), 0, [](std::size_t, std::size_t) { return true; });
+    };
+    own.descend(meetsAny, [&](std::size_t from, std::size_t to) {
+        runs.clear();
+        others.searchRuns(meeting(own.boxOf(from, to)), 0,
+                          [&](std::size_t first, std::size_t last) {
+                              runs.emplace_back(first, last);
+                              return false;
+                          });
+        for (std::size_t i = from; i < to; ++i) {
+            candidates.clear();
+            const auto meets = meeting(own.box(i));
+            for (const auto& [first, last] : runs) {
+                others.searchRun(meets, first, last, [&](std::size_t k) {
+                    candidates.push_back(k);
+                    return false;
+                });
+            }
+            if (!candidates.empty()) {
+                visit(i, candidates);
+            }
+        }
+    });
 }
 
 /// Calls `take(index, segment, hits)` for each segment of `chain` with the list of its hits with
@@ -73,26 +134,34 @@ template <class Take>
 void eachHitList(const CVexGePolyline2d& chain, const CVexGePolyline2d& other, Intersect kind,
                  double tol, const Take& take)
 {
+    const Intersect fromOther = CVexGeEntity2d::exchanged(kind);
     std::vector<CVexGePoint2d> hits;
-    const auto gather = [&](const VexGeSegmentIndex* index) {
-        Walk::each(chain, [&](unsigned i, const auto& segment) {
+    const auto gather = [&](std::size_t i, const std::vector<std::size_t>& candidates) {
+        Walk::at(chain, static_cast<unsigned>(i), [&](const auto& segment) {
             hits.clear();
-            const VexGeBox reach =
-                index != nullptr ? segmentBox(chain, i).grownBy(2.0 * tol) : VexGeBox{};
-            eachHitWith(other, index, reach, segment, kind, tol,
-                        [&](const CVexGePoint2d& hit) { hits.push_back(hit); });
+            for (const std::size_t k : candidates) {
+                Walk::at(other, static_cast<unsigned>(k), [&](const auto& receiver) {
+                    const VexGeHits some = hitsOf(receiver, segment, fromOther, tol);
+                    hits.insert(hits.end(), some.begin(), some.end());
+                    return true;
+                });
+            }
             if (!hits.empty()) {
                 chain.CheckSameIntPoints(hits);
-                take(i, segment, hits);
+                take(static_cast<unsigned>(i), segment, hits);
             }
-            return false;
+            return true;
         });
     };
     if (kind == CVexGeEntity2d::kExtendNone && tol <= kGeTol) {
-        const VexGeSegmentIndex index(other);
-        gather(&index);
-    } else {
-        gather(nullptr); // an extended curve, or a wide tolerance, reaches beyond the boxes
+        eachCandidates(chain, other, tol, gather);
+        return;
+    }
+    // An extended curve, or a wide tolerance, reaches beyond the boxes.
+    std::vector<std::size_t> all(other.numVerts());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    for (std::size_t i = 0; i < chain.numVerts(); ++i) {
+        gather(i, all);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "vexge/geentity2d/vexgepolyline2d_offset.h"
 
 #include "vexge/geentity2d/vexgeangle.h"
+#include "vexge/geentity2d/vexgepolyline2d_offset_free.h"
 #include "vexge/geentity2d/vexgepolyline2d_walk.h"
 #include "vexge/geentity2d/vexgewinding.h"
 
@@ -58,6 +59,29 @@ int windingOfSide(const CVexGeCircArc2d& segment, const CVexGePoint2d& side)
     return winding(side, foot, circle.pointAtParam(ahead));
 }
 
+/// The pieces of a chain whose offset needs no clipping; false, with none, for any other.
+bool freeOffset(const CVexGePolyline2d& source, double dist, int direction, bool bothSides,
+                CVexGePolyline2d::PolylineList& out)
+{
+    VexGeFreeOffset offset(source, dist);
+    if (!offset.isFree()) {
+        return false;
+    }
+    for (const int side : {direction, -direction}) {
+        std::vector<CVexGePoint2d> points = offset.rawChain(side);
+        if (points.empty()) {
+            out.clear();
+            return false;
+        }
+        out.push_back(
+            std::make_unique<CVexGePolyline2d>(CVexGePolylineWalk::straight(std::move(points))));
+        if (!bothSides) {
+            break;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 int CVexGePolyline2d::getoffsetDirection(const CVexGePoint2d& side, double /*dist*/) const
@@ -88,6 +112,9 @@ bool CVexGePolyline2d::getOffset(const CVexGePoint2d& side, double dist, Polylin
     }
     const double distance = std::fabs(dist);
     const int direction = getoffsetDirection(side, distance);
+    if (freeOffset(*this, distance, direction, bothSides, out)) {
+        return true;
+    }
     VexGeOffsetChain here{m_vertices, m_bulges};
     VexGeOffsetChain other{m_vertices, m_bulges};
     checkLocalSelfIntersect(here.points, here.bulges, distance, direction);

@@ -22,6 +22,7 @@ struct SelfHit {
     unsigned segment = 0;
     double along = 0.0;
     CVexGePoint2d point;
+    double param = 0.0;
 };
 
 /// Finds whether a chain has a vertex near a point.
@@ -71,38 +72,46 @@ bool isLine(const CVexGePolyline2d& chain, std::size_t segment)
 
 /// The hits of a chain with itself by parameter, as its own intersection gives them, but for the
 /// joints of neighbouring lines: those are vertices, which are no cuts.
-CVexGePolyline2d::ParamMap selfCrossings(const CVexGePolyline2d& chain)
+std::vector<SelfHit> selfCrossings(const CVexGePolyline2d& chain)
 {
     const VexGeSegmentIndex index(chain);
+    const VexGeSegmentCache segments(chain);
     std::vector<SelfHit> hits;
     for (std::size_t i = 0; i < index.size(); ++i) {
         const auto own = static_cast<unsigned>(i);
-        Walk::at(chain, own, [&](const auto& segment) {
-            return index.search(index.box(i).grownBy(2.0 * kGeEpsilon), [&](std::size_t k) {
-                const bool neighbours = i + 1 == k || k + 1 == i;
-                if (i == k || (neighbours && isLine(chain, i) && isLine(chain, k))) {
-                    return false;
-                }
-                return Walk::at(chain, static_cast<unsigned>(k), [&](const auto& receiver) {
-                    for (const CVexGePoint2d& hit :
-                         hitsOf(receiver, segment, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
-                        const double along = segment.distAtPoint(hit, kGeEpsilon);
-                        hits.push_back(
-                            {own, travelled(segment, chain.getBulgeAt(own), along), hit});
+        segments.at(own, [&](const auto& segment) {
+            return index.search(
+                index.box(i).grownBy(2.0 * kGeEpsilon + index.rounding()), [&](std::size_t k) {
+                    const bool neighbours = i + 1 == k || k + 1 == i;
+                    if (i == k || (neighbours && isLine(chain, i) && isLine(chain, k))) {
+                        return false;
                     }
-                    return false;
+                    return segments.at(static_cast<unsigned>(k), [&](const auto& receiver) {
+                        for (const CVexGePoint2d& hit :
+                             hitsOf(receiver, segment, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
+                            const double along = segment.distAtPoint(hit, kGeEpsilon);
+                            hits.push_back(
+                                {own, travelled(segment, chain.getBulgeAt(own), along), hit, 0.0});
+                        }
+                        return false;
+                    });
                 });
-            });
         });
     }
-    CVexGePolyline2d::ParamMap result;
     if (!hits.empty()) {
         const VexGeRunningLengths lengths(chain);
-        for (const SelfHit& hit : hits) {
-            result.emplace(lengths.key(hit.segment, hit.along), hit.point);
+        for (SelfHit& hit : hits) {
+            hit.param = lengths.key(hit.segment, hit.along);
         }
     }
-    return result;
+    // As in a map: of hits with one parameter the first stays.
+    const auto lower = [](const SelfHit& a, const SelfHit& b) { return a.param < b.param; };
+    if (!std::is_sorted(hits.begin(), hits.end(), lower)) {
+        std::stable_sort(hits.begin(), hits.end(), lower);
+    }
+    const auto same = [](const SelfHit& a, const SelfHit& b) { return a.param == b.param; };
+    hits.erase(std::unique(hits.begin(), hits.end(), same), hits.end());
+    return hits;
 }
 
 } // namespace
@@ -138,13 +147,18 @@ VexGeOffsetClipper::CutMap VexGeOffsetClipper::whereToCut(const CVexGePolyline2d
     int count = 0;
     CutMap cuts;
     chain.intersectWith(other, count, cuts, CVexGeEntity2d::kExtendNone, kGeEpsilon);
-    const CutMap crossings = selfCrossings(chain);
-    if (!crossings.empty()) {
-        const VertexIndex vertices(chain);
-        for (const auto& [param, hit] : crossings) {
-            if (!vertices.hasNear(hit, kOffsetVertexTol)) {
-                cuts.emplace(param, hit);
-            }
+    std::optional<VertexIndex> vertices;
+    for (const SelfHit& hit : selfCrossings(chain)) {
+        const auto& points = chain.vertices();
+        if (hit.point.isEqualTo(points[hit.segment], kOffsetVertexTol) ||
+            hit.point.isEqualTo(points[hit.segment + 1], kOffsetVertexTol)) {
+            continue; // a joint, as nearly all are
+        }
+        if (!vertices) {
+            vertices.emplace(chain);
+        }
+        if (!vertices->hasNear(hit.point, kOffsetVertexTol)) {
+            cuts.emplace(hit.param, hit.point);
         }
     }
     return cuts;

@@ -3,6 +3,7 @@
 #include "vexge/geentity2d/vexgepolyline2d.h"
 #include "vexge/geentity2d/vexgepolyline2d_index.h"
 #include "vexge/geentity2d/vexgepolyline2d_offset.h"
+#include "vexge/geentity2d/vexgepolyline2d_walk.h"
 
 #include <cstddef>
 #include <deque>
@@ -64,7 +65,7 @@ public:
     using PolylineList = CVexGePolyline2d::PolylineList;
 
     VexGeOffsetClipper(const CVexGePolyline2d& source, double dist)
-        : m_source(source), m_sourceIndex(source), m_dist(dist),
+        : m_source(source), m_sourceIndex(source), m_sourceSegments(source), m_dist(dist),
           m_budget(kStepsPerSegment * (source.numVerts() + 16))
     {
     }
@@ -92,10 +93,12 @@ private:
 
     void trimNearApproaches(PolylineList& out);
     /// The point of the source at the piece's first place that is too near to it.
-    [[nodiscard]] std::optional<CVexGePoint2d> firstNear(const VexGeOffsetPiece& piece) const;
-    // The point of the source that is too near to a vertex, or to the first such place of a
-    // segment.
-    [[nodiscard]] std::optional<CVexGePoint2d> nearVertex(const CVexGePoint2d& vertex) const;
+    [[nodiscard]] std::optional<CVexGePoint2d> firstNear(const VexGeOffsetPiece& piece);
+    /// The point of a segment of the source that is too near to a vertex.
+    [[nodiscard]] std::optional<CVexGePoint2d> nearVertex(const CVexGePoint2d& vertex,
+                                                          unsigned sourceSegment) const;
+    /// The point of the source, among the segments in m_near, at the first place of a segment that
+    /// is too near to it.
     [[nodiscard]] std::optional<CVexGePoint2d> nearSegment(const VexGeOffsetPiece& piece,
                                                            unsigned index) const;
     /// One step at such a place; false when the piece is given up.
@@ -104,8 +107,10 @@ private:
 
     const CVexGePolyline2d& m_source;
     VexGeSegmentIndex m_sourceIndex;
+    VexGeSegmentCache m_sourceSegments;
     double m_dist;
     std::size_t m_budget;
+    std::vector<unsigned> m_near; // segments of the source near the one that is looked at
     std::deque<CVexGePolyline2d> m_candidates;
     std::deque<CVexGePolyline2d> m_touching;
 };

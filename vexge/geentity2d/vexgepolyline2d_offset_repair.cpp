@@ -84,10 +84,17 @@ private:
         return {start(i), end(i), m_chain.bulges[i], true};
     }
 
+    /// That of arc(i), without its angles.
+    [[nodiscard]] double radius(std::size_t i) const
+    {
+        const double bulge = m_chain.bulges[i];
+        return (end(i) - start(i)).length() * (1.0 + bulge * bulge) / (4.0 * std::fabs(bulge));
+    }
+
     void straightenTightArc(std::size_t i)
     {
         const bool towardsCentre = (m_chain.bulges[i] > 0.0) == (m_side > 0);
-        if (isArc(i) && towardsCentre && arc(i).radius() <= m_dist) {
+        if (isArc(i) && towardsCentre && radius(i) <= m_dist) {
             m_chain.bulges[i] = 0.0;
         }
     }
@@ -118,11 +125,14 @@ private:
         return crossingParam(prev, hits.points, static_cast<std::size_t>(hits.count));
     }
 
-    [[nodiscard]] double crossingOnArc(std::size_t i) const
+    [[nodiscard]] double crossingOnArc(std::size_t i)
     {
-        const CVexGeCircArc2d prev = arc(i - 1);
+        // The arc before is mostly the current one of the step before, with nothing split between.
+        const CVexGeCircArc2d prev = m_lastArc && m_lastArcAt == i - 1 ? *m_lastArc : arc(i - 1);
         if (isArc(i)) {
-            const std::vector<CVexGePoint2d> hits = crossingsOfArcs(prev, arc(i));
+            m_lastArc.emplace(arc(i));
+            m_lastArcAt = i;
+            const std::vector<CVexGePoint2d> hits = crossingsOfArcs(prev, *m_lastArc);
             return crossingParam(prev, hits.data(), hits.size(), kArcChainError * prev.radius());
         }
         const CVexGeLine2d line(start(i), end(i));
@@ -144,6 +154,7 @@ private:
 
     void insert(std::size_t i, const CVexGePoint2d& point, double bulge)
     {
+        m_lastArc.reset();
         m_chain.points.insert(m_chain.points.begin() + static_cast<std::ptrdiff_t>(i), point);
         m_chain.bulges.insert(m_chain.bulges.begin() + static_cast<std::ptrdiff_t>(i), bulge);
     }
@@ -152,6 +163,8 @@ private:
     bool m_closed;
     double m_dist;
     int m_side;
+    std::optional<CVexGeCircArc2d> m_lastArc; // made for the segment m_lastArcAt
+    std::size_t m_lastArcAt = 0;
 };
 
 } // namespace

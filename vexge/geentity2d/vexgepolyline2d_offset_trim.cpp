@@ -295,23 +295,20 @@ void VexGeOffsetClipper::trimNearApproaches(PolylineList& out)
     }
 }
 
-std::optional<CVexGePoint2d> VexGeOffsetClipper::nearVertex(const CVexGePoint2d& vertex) const
+std::optional<CVexGePoint2d> VexGeOffsetClipper::nearVertex(const CVexGePoint2d& vertex,
+                                                            unsigned sourceSegment) const
 {
     const double limit = m_dist - kOffsetClipTol;
-    const VexGeBox box = VexGeBox{vertex.x, vertex.y, vertex.x, vertex.y}.grownBy(limit);
     std::optional<CVexGePoint2d> near;
-    m_sourceIndex.search(box, [&](std::size_t s) {
-        return Walk::at(m_source, static_cast<unsigned>(s), [&](const auto& segment) {
-            if (surelyApart(segment, vertex, limit) || tooShort(segment)) {
-                return false;
-            }
-            const CVexGePoint2d foot = segment.closestPointTo(vertex, kNearVertexTol);
-            if (!(foot.distanceTo(vertex) < limit)) {
-                return false;
-            }
+    m_sourceSegments.at(sourceSegment, [&](const auto& segment) {
+        if (surelyApart(segment, vertex, limit) || tooShort(segment)) {
+            return false;
+        }
+        const CVexGePoint2d foot = segment.closestPointTo(vertex, kNearVertexTol);
+        if (foot.distanceTo(vertex) < limit) {
             near = foot;
-            return true;
-        });
+        }
+        return true;
     });
     return near;
 }
@@ -323,8 +320,11 @@ std::optional<CVexGePoint2d> VexGeOffsetClipper::nearSegment(const VexGeOffsetPi
     std::optional<CVexGePoint2d> near;
     double lowest = 0.0;
     const auto offer = [&](const CVexGePoint2d& here, const CVexGePoint2d& there) {
+        if (!(here.distanceTo(there) < limit)) {
+            return;
+        }
         const double run = piece.at(index, here).run;
-        if (here.distanceTo(there) < limit && (!near || run < lowest)) {
+        if (!near || run < lowest) {
             lowest = run;
             near = there;
         }
@@ -333,9 +333,8 @@ std::optional<CVexGePoint2d> VexGeOffsetClipper::nearSegment(const VexGeOffsetPi
         if (tooShort(own)) {
             return false;
         }
-        const VexGeBox box = segmentBox(piece.chain(), index).grownBy(limit);
-        return m_sourceIndex.search(box, [&](std::size_t s) {
-            Walk::at(m_source, static_cast<unsigned>(s), [&](const auto& segment) {
+        for (const unsigned s : m_near) {
+            m_sourceSegments.at(s, [&](const auto& segment) {
                 if (!surelyApart(own, segment, limit) && !tooShort(segment)) {
                     CVexGePoint2d there;
                     const CVexGePoint2d here = closestOfPair(own, segment, there);
@@ -343,20 +342,33 @@ std::optional<CVexGePoint2d> VexGeOffsetClipper::nearSegment(const VexGeOffsetPi
                 }
                 return false;
             });
-            return false;
-        });
+        }
+        return true;
     });
     return near;
 }
 
-std::optional<CVexGePoint2d> VexGeOffsetClipper::firstNear(const VexGeOffsetPiece& piece) const
+std::optional<CVexGePoint2d> VexGeOffsetClipper::firstNear(const VexGeOffsetPiece& piece)
 {
-    // In the order of the parameter: a vertex comes before what lies on its segment.
+    // In the order of the parameter: a vertex comes before what lies on its segment. The last
+    // vertex has no segment of its own, but a box at its place.
+    const double limit = m_dist - kOffsetClipTol;
     std::optional<CVexGePoint2d> near;
     for (std::size_t i = piece.first(); i < piece.end() && !near; ++i) {
-        near = nearVertex(piece.vertex(i));
+        const auto index = static_cast<unsigned>(i);
+        const CVexGePoint2d& vertex = piece.vertex(i);
+        VexGeBox box{vertex.x, vertex.y, vertex.x, vertex.y};
+        if (i + 1 < piece.end()) {
+            box.include(segmentBox(piece.chain(), index));
+        }
+        m_near.clear();
+        m_sourceIndex.searchNear(box, limit + kBoundSlack, [&](std::size_t s) {
+            m_near.push_back(static_cast<unsigned>(s));
+            near = nearVertex(vertex, m_near.back());
+            return near.has_value();
+        });
         if (!near) {
-            near = nearSegment(piece, static_cast<unsigned>(i));
+            near = nearSegment(piece, index);
         }
     }
     return near;

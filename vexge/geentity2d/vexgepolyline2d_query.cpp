@@ -1,5 +1,5 @@
-#include "platform/base/vexassert.h"
 #include "vexge/geentity2d/vexgepolyline2d.h"
+#include "vexge/geentity2d/vexgepolyline2d_index.h"
 #include "vexge/geentity2d/vexgepolyline2d_walk.h"
 
 #include <algorithm>
@@ -165,14 +165,19 @@ void CVexGePolyline2d::getMinMaxpoint(CVexGePoint2d& min, CVexGePoint2d& max) co
     if (m_vertices.empty()) {
         return;
     }
-    CVexGePoint2d low = m_vertices.front();
-    CVexGePoint2d high = low;
-    for (const CVexGePoint2d& vertex : m_vertices) {
-        low.set(std::min(low.x, vertex.x), std::min(low.y, vertex.y));
-        high.set(std::max(high.x, vertex.x), std::max(high.y, vertex.y));
+    // Two boxes in turns: each waits for its own last comparison only.
+    const auto boxOf = [](const CVexGePoint2d& at) { return VexGeBox{at.x, at.y, at.x, at.y}; };
+    VexGeBox box = boxOf(m_vertices.front());
+    VexGeBox other = box;
+    const std::size_t count = m_vertices.size();
+    for (std::size_t i = 0; i + 1 < count; i += 2) {
+        box.include(boxOf(m_vertices[i]));
+        other.include(boxOf(m_vertices[i + 1]));
     }
-    min.set(low.x, low.y);
-    max.set(high.x, high.y);
+    box.include(other);
+    box.include(boxOf(m_vertices.back()));
+    min.set(box.left, box.bottom);
+    max.set(box.right, box.top);
 }
 
 bool CVexGePolyline2d::isInsidePoint(const CVexGePoint2d& point) const
@@ -281,13 +286,12 @@ double CVexGePolyline2d::distanceTo(const CVexGeLine2d& line, double tol) const
 bool CVexGePolyline2d::perpVecFromPoint(const CVexGePoint2d& point, CVexGeVector2d& out,
                                         double tol) const
 {
-    bool any = false;
+    // A chain without a segment has no foot and answers false.
     bool found = false;
     bool onChain = false;
     bool last = false;
     CVexGeVector2d best;
     Walk::each(*this, [&](unsigned, const auto& segment) {
-        any = true;
         CVexGeVector2d way;
         last = segment.perpVecFromPoint(point, way, tol);
         if (!last) {
@@ -301,7 +305,6 @@ bool CVexGePolyline2d::perpVecFromPoint(const CVexGePoint2d& point, CVexGeVector
         }
         return false;
     });
-    VEX_ASSERT(any, "a polyline has a segment to measure a perpendicular from");
     if (found) {
         out = best;
     }

@@ -54,8 +54,16 @@ CVexGePoint2d& CVexGePoint2d::rotateBy(double angle, const CVexGePoint2d& centre
 
 CVexGePoint2d& CVexGePoint2d::mirror(const CVexGeLine2d& line)
 {
-    const double angle = line.startPoint().angleTo(line.endPoint());
     const CVexGeVector2d start = line.startPoint().asVector();
+    // Along an axis without a turn, whose sine and cosine would cost the last bits: mirroring twice
+    // then gives the point itself, which an undo relies on.
+    if (line.endPoint().y == start.y) {
+        return set(x, start.y - (y - start.y));
+    }
+    if (line.endPoint().x == start.x) {
+        return set(start.x - (x - start.x), y);
+    }
+    const double angle = line.startPoint().angleTo(line.endPoint());
     *this -= start;
     rotateBy(-angle, kOrigin);
     y = -y;

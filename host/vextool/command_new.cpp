@@ -14,6 +14,11 @@ namespace {
 // Editors of some systems begin a text with this mark.
 constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 
+void complainOfLine(const std::string& name, int number, const std::string& wrong)
+{
+    complain(name + ", line " + std::to_string(number) + ": " + wrong);
+}
+
 // Makes every line's object; the first bad line ends it with its number and the reason.
 bool makeFrom(std::istream& input, const std::string& name, CVexDbDatabase& database)
 {
@@ -26,7 +31,7 @@ bool makeFrom(std::istream& input, const std::string& name, CVexDbDatabase& data
             continue;
         }
         if (const std::string wrong = makeObject(database, line); !wrong.empty()) {
-            complain(name + ", line " + std::to_string(number) + ": " + wrong);
+            complainOfLine(name, number, wrong);
             return false;
         }
     }

@@ -120,19 +120,26 @@ CVexGePoint2d JsonFields::point(const char* name, const CVexGePoint2d& otherwise
 
 int JsonFields::integer(const char* name, int otherwise, int least, int most)
 {
+    return static_cast<int>(wideInteger(name, otherwise, least, most));
+}
+
+std::int64_t JsonFields::wideInteger(const char* name, std::int64_t otherwise, std::int64_t least,
+                                     std::int64_t most)
+{
     const JsonObject* const value = take(name);
     if (value == nullptr) {
         return otherwise;
     }
-    // By way of a double: a whole number that no int holds is out of the range, not wrapped.
-    const double number = value->is_number_integer() ? value->get<double>() : most + 1.0;
-    if (number < least || number > most) {
+    // By way of a double: a whole number that no integer holds is out of the range, not wrapped.
+    const auto highest = static_cast<double>(most);
+    const double number = value->is_number_integer() ? value->get<double>() : highest + 1.0;
+    if (number < static_cast<double>(least) || number > highest) {
         refuse(name,
                ("a whole number from " + std::to_string(least) + " to " + std::to_string(most))
                    .c_str());
         return otherwise;
     }
-    return static_cast<int>(number);
+    return static_cast<std::int64_t>(number);
 }
 
 bool JsonFields::flag(const char* name, bool otherwise)
@@ -152,8 +159,7 @@ CString JsonFields::text(const char* name, const char* otherwise, std::size_t mo
         refuse(name, "a text");
         return {};
     }
-    const CString text =
-        CString::fromUtf8(value == nullptr ? otherwise : value->get<std::string>());
+    CString text = CString::fromUtf8(value == nullptr ? otherwise : value->get<std::string>());
     if (utf16Length(text.str()) > most || text.str().find(L'\0') != std::wstring::npos) {
         refuse(name, ("a text of at most " + std::to_string(most) + " characters").c_str());
     }

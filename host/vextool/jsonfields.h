@@ -3,6 +3,7 @@
 #include "platform/base/cstring.h"
 #include "vexge/gemath/vexgepoint2d.h"
 
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
@@ -31,6 +32,8 @@ public:
     CVexGePoint2d point(const char* name, const CVexGePoint2d& otherwise);
     /// A whole number from `least` to `most`.
     int integer(const char* name, int otherwise, int least, int most);
+    std::int64_t wideInteger(const char* name, std::int64_t otherwise, std::int64_t least,
+                             std::int64_t most);
     bool flag(const char* name, bool otherwise);
     /// A text without NUL, of at most `most` UTF-16 units.
     CString text(const char* name, const char* otherwise, std::size_t most = 80);

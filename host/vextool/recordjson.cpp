@@ -277,10 +277,12 @@ struct RecordRow {
 };
 
 constexpr std::array kRecords{
-    RecordRow{"settings", makeSettings},   RecordRow{"linetype", makeLinetype},
-    RecordRow{"color", makeColor},         RecordRow{"layer", makeLayer},
-    RecordRow{"textstyle", makeTextStyle}, RecordRow{"symbol", makeSymbol},
-    RecordRow{"block", makeBlock},         RecordRow{"current", makeCurrent},
+    RecordRow{"settings", makeSettings}, RecordRow{"dimsettings", makeDimSettings},
+    RecordRow{"plane", makePlane},       RecordRow{"project", makeProject},
+    RecordRow{"linetype", makeLinetype}, RecordRow{"color", makeColor},
+    RecordRow{"layer", makeLayer},       RecordRow{"textstyle", makeTextStyle},
+    RecordRow{"symbol", makeSymbol},     RecordRow{"block", makeBlock},
+    RecordRow{"current", makeCurrent},
 };
 
 } // namespace
@@ -306,6 +308,9 @@ void writeRecords(CVexDbDatabase& database, const std::function<void(const JsonO
         }
     };
     sink(settingsObject(database));
+    sink(dimSettingsObject(database));
+    sink(planeObject(database));
+    sink(projectObject(database));
     writeTable(database.linetypes(), "linetype", writeLinetype);
     writeTable(database.colors(), "color", writeColor);
     writeTable(database.layers(), "layer", writeLayer);

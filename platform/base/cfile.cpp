@@ -8,6 +8,14 @@
 #include <cerrno>
 #include <cstring>
 
+namespace {
+
+// What goes to the disk at a time while a file is written: larger than a buffer, for each request
+// costs the system some time of its own.
+constexpr std::uint64_t kWritebackSize = std::uint64_t{1} << 21;
+
+} // namespace
+
 CFile::CFile() = default;
 
 CFile::~CFile()
@@ -18,9 +26,10 @@ CFile::~CFile()
 bool CFile::Open(const CString& path, unsigned flags)
 {
     Abort();
-    m_path = path;
-    forgetState();
     const std::string name = path.utf8();
+    // The full path, as long as the working folder is the one that the caller meant.
+    m_path = CString::fromUtf8(fullPath(name));
+    forgetState();
     int result = -EINVAL; // writing into a file as it stands is no way to keep a drawing whole
     if (name.find('\0') == std::string::npos) {
         if ((flags & modeCreate) != 0) {
@@ -89,6 +98,27 @@ bool CFile::Write(const void* buffer, std::size_t count)
         count -= part;
     }
     return !m_failed;
+}
+
+bool CFile::Rewrite(std::uint64_t offset, const void* bytes, std::size_t count)
+{
+    if (m_mode != Mode::kWriting) {
+        fail(EBADF);
+    }
+    if (m_failed) {
+        return false;
+    }
+    VEX_ASSERT(offset + count <= GetPosition(), "Rewrite changes what was written before");
+    // What has left the buffer, then what still stands in it.
+    const auto* from = static_cast<const std::byte*>(bytes);
+    const std::uint64_t base = std::max(m_base, offset);
+    const std::size_t gone = std::min(count, static_cast<std::size_t>(base - offset));
+    if (const int result = gone == 0 ? 0 : writeOver(offset, from, gone); result < 0) {
+        fail(-result);
+        return false;
+    }
+    std::copy(from + gone, from + count, m_buffer.data() + (base - m_base));
+    return true;
 }
 
 bool CFile::Close()
@@ -248,12 +278,26 @@ int CFile::writeAll(const std::byte* buffer, std::size_t count)
 {
     CVexFileLayer& files = CVexMachine::current().files();
     const int result = writeAllTo(files, m_handle, buffer, count);
-    if (result >= 0) {
-        // The disk works while the next buffer is filled; the sync at the end is then short.
-        files.startWriteback(m_handle, static_cast<std::int64_t>(m_base),
-                             static_cast<std::int64_t>(count));
+    const std::uint64_t piece = m_base / kWritebackSize;
+    if (result >= 0 && (m_base + count) / kWritebackSize > piece) {
+        // The disk works while the next bytes are gathered; the sync at the end is then short.
+        files.startWriteback(m_handle, static_cast<std::int64_t>(piece * kWritebackSize),
+                             static_cast<std::int64_t>(kWritebackSize));
     }
     return result;
+}
+
+int CFile::writeOver(std::uint64_t offset, const std::byte* buffer, std::size_t count)
+{
+    CVexFileLayer& files = CVexMachine::current().files();
+    std::int64_t result = files.seek(m_handle, static_cast<std::int64_t>(offset));
+    if (result >= 0) {
+        result = writeAllTo(files, m_handle, buffer, count);
+    }
+    if (result >= 0) {
+        result = files.seek(m_handle, static_cast<std::int64_t>(m_base));
+    }
+    return result < 0 ? static_cast<int>(result) : 0;
 }
 
 int CFile::closeHandle()

@@ -34,6 +34,10 @@ public:
     std::size_t Read(void* buffer, std::size_t count);
     /// False when the file has failed; then nothing is known of what was written.
     bool Write(const void* buffer, std::size_t count);
+    /// Puts other bytes in the place of some that were written, `offset` from the file's beginning;
+    /// the position stays. For a count that stands before what it counts. False when the file has
+    /// failed.
+    bool Rewrite(std::uint64_t offset, const void* bytes, std::size_t count);
     /// Ends the file. For a created one: write out, sync, keep the old file as backupPath() when
     /// one is set, rename over the target, sync the folder. True when all bytes stand under the
     /// target's name (also when only the last sync failed, which syncFailed() then says).
@@ -41,7 +45,7 @@ public:
     /// Ends the file and removes what was written; the target keeps what it had.
     virtual void Abort();
 
-    /// The path that was given to Open; for a memory file, the name it was made with.
+    /// The full path of what was given to Open; for a memory file, the name it was made with.
     [[nodiscard]] CString GetFilePath() const { return m_path; }
     /// Bytes read or written so far.
     [[nodiscard]] std::uint64_t GetPosition() const
@@ -111,6 +115,8 @@ protected:
     virtual std::int64_t readSome(std::byte* buffer, std::size_t count);
     /// Writes all of it, or gives the negative error number.
     virtual int writeAll(const std::byte* buffer, std::size_t count);
+    /// Writes all of it over bytes that writeAll has written, or gives the negative error number.
+    virtual int writeOver(std::uint64_t offset, const std::byte* buffer, std::size_t count);
     /// Hands the buffer to writeAll.
     bool flush();
     /// Closes the buffer; the position keeps its value.
@@ -164,6 +170,7 @@ public:
 protected:
     std::int64_t readSome(std::byte* buffer, std::size_t count) override;
     int writeAll(const std::byte* buffer, std::size_t count) override;
+    int writeOver(std::uint64_t offset, const std::byte* buffer, std::size_t count) override;
 
 private:
     std::vector<std::byte> m_bytes;

@@ -79,3 +79,9 @@ int CMemFile::writeAll(const std::byte* buffer, std::size_t count)
     }
     return 0;
 }
+
+int CMemFile::writeOver(std::uint64_t offset, const std::byte* buffer, std::size_t count)
+{
+    std::copy_n(buffer, count, m_bytes.begin() + static_cast<std::ptrdiff_t>(offset));
+    return 0;
+}

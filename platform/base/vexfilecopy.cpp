@@ -3,6 +3,8 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -126,6 +128,28 @@ int keepUnderName(CVexFileLayer& files, const std::string& original, const std::
         files.remove(second);
     }
     return result;
+}
+
+std::string fullPath(const std::string& path)
+{
+    const std::filesystem::path given(path);
+    std::error_code error;
+    std::filesystem::path full = std::filesystem::current_path(error);
+    if (error || path.empty() || given.is_absolute()) {
+        return path;
+    }
+    // The working folder has no links in it, so the dots at the beginning go by name; those behind
+    // a folder stay, for that may be a link.
+    auto part = given.begin();
+    for (; part != given.end() && (*part == "." || *part == ".."); ++part) {
+        if (*part == "..") {
+            full = full.parent_path();
+        }
+    }
+    for (; part != given.end(); ++part) {
+        full /= *part;
+    }
+    return full.string();
 }
 
 std::string folderOf(const std::string& path)

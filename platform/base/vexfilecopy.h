@@ -22,6 +22,8 @@ int copyToNew(CVexFileLayer& files, const std::string& from, const std::string& 
 int keepUnderName(CVexFileLayer& files, const std::string& original, const std::string& name,
                   unsigned mode);
 
+/// The path from the root: a relative one begins at the working folder. Links stay as they are.
+std::string fullPath(const std::string& path);
 /// Folder of a path, for a plain name ".".
 std::string folderOf(const std::string& path);
 /// A fresh hidden name in the folder of `path`, of this process; it differs at each call.

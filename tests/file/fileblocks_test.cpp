@@ -57,7 +57,7 @@ Bytes freshSettings()
     block.f64(1.0).f64(2.0).f64(1.0).f64(0.0).f64(1.0).f64(0.2); // 0x018
     block.f64(100.0);                                            // 0x048
     block.f64(0).f64(0).f64(0).f64(0).f64(420).f64(297);         // 0x050
-    block.zeros(4 * 16);                                         // 0x080
+    block.zeros(64);                                             // 0x080
     block.u16(256).zeros(2).i32(-1);                             // 0x0c0
     block.text("0", 81).text("ByLayer", 81).text("standard", 81).zeros(2);
     block.f64(0).f64(0).f64(420).f64(297); // 0x2b0

@@ -1,4 +1,5 @@
 #include "tests/file/sampledrawing.h"
+#include "tests/platform/scratchfolder.h"
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 
 #include <algorithm>
@@ -83,6 +84,40 @@ TEST_F(RoundTripTest, ErasedEntitiesAreLeftOut)
     ASSERT_EQ(1u, entitiesOf(again).size());
     EXPECT_EQ(kept->getCreatedTime(), entitiesOf(again)[0]->getCreatedTime());
     EXPECT_EQ(2u, entitiesOf(drawing).size()); // where undo can still bring it back
+}
+
+TEST_F(RoundTripTest, ErasedEntitiesOfALargeDrawingAreNotCountedThoughTheCountIsLongWritten)
+{
+    CVexDbDatabase drawing(false);
+    constexpr int kLines = 4000; // 83 bytes each: more than a file's buffer
+    for (int i = 0; i < kLines; ++i) {
+        auto* line = addTo(drawing, new CVexDbLine({0.0, 0.0}, {1.0 + i, 0.0}));
+        if (i % 1000 == 999) {
+            line->setErased();
+        }
+    }
+    const CScratchFolder folder;
+    ASSERT_TRUE(drawing.SaveAs(wide(folder / "plan.zpl")));
+    CVexDbDatabase again(false);
+    CFile file;
+    ASSERT_TRUE(file.Open(wide(folder / "plan.zpl"), CFile::modeRead));
+    CArchive archive(&file, CArchive::load);
+    EXPECT_TRUE(again.Read(archive));
+    EXPECT_EQ(3996u, entitiesOf(again).size());
+}
+
+TEST_F(RoundTripTest, RelativePathStillGivesTheFolderInTheFile)
+{
+    const CScratchFolder folder;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder / ".");
+    const std::filesystem::path here = std::filesystem::current_path();
+    CVexDbDatabase drawing(false);
+    const bool stands = drawing.SaveAs(L"plan.zpl");
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(stands);
+    EXPECT_EQ(here.string(), drawing.FilePath().utf8());
+    EXPECT_STREQ(L"plan", drawing.FileInfo()->m_szTitle);
 }
 
 TEST_F(RoundTripTest, ErasedRecordsAreLeftOutAndNotCounted)

@@ -2,6 +2,7 @@
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace {
@@ -21,9 +22,7 @@ CVexDbEntity& firstOf(CVexDbDatabase& drawing)
 template <class Record, class Table>
 Record& recordOf(Table& table, const wchar_t* name)
 {
-    Record* record = nullptr;
-    table.getRecord(name, record, false);
-    return *record;
+    return static_cast<Record&>(*table.records().at(CString(name)));
 }
 
 CVexDbLayerTableRecord& baseLayer(CVexDbDatabase& drawing)
@@ -48,7 +47,9 @@ const BreakRow kBreaks[] = {
      "it counts an entity that names another"},
     {"NotInBlock",
      [](CVexDbDatabase& d) {
-         d.blocks().getCurrentRecord()->entitySet()->erase(firstOf(d).objectId());
+         CVexDbEntity& entity = firstOf(d);
+         d.blocks().getCurrentRecord()->entitySet()->erase(entity.objectId());
+         d.retire(std::unique_ptr<CVexDbObject>(&entity)); // somebody must free it
      },
      "a set holds what stands in no block"},
     {"NotShown",
@@ -103,6 +104,24 @@ TEST_F(FileTest, RenamedBaseLayerIsWholeThoughItsKeyHasMoved)
     CVexDbDatabase drawing(false);
     wchar_t name[] = L"Base";
     drawing.layers().reName(&baseLayer(drawing), name);
+    EXPECT_WHOLE(drawing);
+}
+
+TEST_F(FileTest, ForeignEntityOnAnUnknownLayerGoesToTheBaseLayerWhateverItsKey)
+{
+    CVexDbDatabase drawing(false);
+    wchar_t name[] = L"Base";
+    drawing.layers().reName(&baseLayer(drawing), name);
+    CVexDbDatabase other(false);
+    auto* steel = new CVexDbLayerTableRecord(&other);
+    steel->setName(CString(L"Steel"));
+    other.layers().add(steel);
+    auto* line = new CVexDbLine(&other);
+    line->setLayer(CString(L"Steel"));
+    addTo(drawing, line);
+    EXPECT_TRUE(line->LayerId() ==
+                recordOf<CVexDbLayerTableRecord>(drawing.layers(), L"Base").objectId());
+    EXPECT_EQ(L"0", line->Layer()); // the base layer's own name never changes
     EXPECT_WHOLE(drawing);
 }
 

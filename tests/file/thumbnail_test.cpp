@@ -4,10 +4,10 @@
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr std::size_t kPixelsAt = 40 + 1024;
 /// A context with pixels, as small as a picture needs it: it draws horizontal and vertical lines.
 class CPixelDC : public CDC {
 public:
-    CPixelDC() { m_pixels.fill(0xffffff); }
+    CPixelDC() : m_pixels(kPixels, 0xffffff) {}
     std::unique_ptr<CDC> CreateCompatibleDC() override { return nullptr; }
     std::unique_ptr<CBitmap> CreateCompatibleBitmap(int, int) override { return nullptr; }
 
@@ -40,17 +40,21 @@ protected:
     void devicePixel(CPoint at, COLORREF color) override
     {
         if (at.x >= 0 && at.x < kWidth && at.y >= 0 && at.y < kHeight) {
-            m_pixels[static_cast<std::size_t>(at.y * kWidth + at.x)] = color;
+            m_pixels[indexOf(at)] = color;
         }
     }
-    COLORREF devicePixelAt(CPoint at) const override
-    {
-        return m_pixels[static_cast<std::size_t>(at.y * kWidth + at.x)];
-    }
+    COLORREF devicePixelAt(CPoint at) const override { return m_pixels[indexOf(at)]; }
     bool deviceBlit(const CRect&, CDC&, CPoint, DWORD) override { return false; }
 
 private:
-    std::array<COLORREF, kWidth * kHeight> m_pixels;
+    static constexpr std::size_t kPixels = std::size_t{kWidth} * kHeight;
+
+    static std::size_t indexOf(CPoint at)
+    {
+        return static_cast<std::size_t>(at.y) * kWidth + static_cast<std::size_t>(at.x);
+    }
+
+    std::vector<COLORREF> m_pixels;
 };
 
 class CPixelBackend : public CVexHeadlessBackend {

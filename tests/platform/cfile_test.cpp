@@ -4,6 +4,7 @@
 #include "tests/platform/scratchfolder.h"
 #include "tests/platform/standinmachine.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -147,6 +148,100 @@ TEST(CFileTest, AskingForMoreThanTheBufferIsABrokenPromise)
     EXPECT_TRUE(file.failed());
     EXPECT_TRUE(other.failed());
 }
+
+struct RewriteRow {
+    const char* name;
+    std::size_t offset; // of 300 bytes; a buffer and 1000 bytes are written
+};
+
+class RewriteTest : public testing::TestWithParam<RewriteRow> {
+protected:
+    /// Writes the pattern, then 300 zeros over a part of it; the position must stay at the end.
+    static void writeAndRewrite(CFile& file, const std::vector<std::byte>& bytes)
+    {
+        ASSERT_TRUE(file.Write(bytes.data(), bytes.size()));
+        const std::byte zeros[300] = {};
+        EXPECT_TRUE(file.Rewrite(GetParam().offset, zeros, sizeof zeros));
+        EXPECT_EQ(bytes.size(), file.GetPosition());
+        EXPECT_TRUE(file.Write("end", 3));
+        EXPECT_TRUE(file.Close());
+    }
+    static std::string expected(std::vector<std::byte> bytes)
+    {
+        std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(GetParam().offset), 300,
+                    std::byte{0});
+        return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+    }
+    const std::vector<std::byte> bytes = pattern(CFile::kBufferSize + 1000);
+};
+
+TEST_P(RewriteTest, ChangesBytesInPlaceAndWritingGoesOnAtTheEnd)
+{
+    const CScratchFolder folder;
+    CFile file;
+    ASSERT_TRUE(file.Open(wide(folder / "a.zpl"), CFile::modeCreate | CFile::modeWrite));
+    writeAndRewrite(file, bytes);
+    EXPECT_TRUE(bytesOf(folder / "a.zpl") == expected(bytes) + "end");
+}
+
+TEST_P(RewriteTest, DoesTheSameInMemory)
+{
+    CMemFile file;
+    writeAndRewrite(file, bytes);
+    const std::string text(reinterpret_cast<const char*>(file.bytes().data()), file.bytes().size());
+    EXPECT_TRUE(text == expected(bytes) + "end");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RewriteTest,
+                         testing::Values(RewriteRow{"LongWritten", 0},
+                                         RewriteRow{"AcrossTheBuffersEdge",
+                                                    CFile::kBufferSize - 100},
+                                         RewriteRow{"InTheBuffer", CFile::kBufferSize + 100},
+                                         RewriteRow{"AtTheVeryEnd", CFile::kBufferSize + 700}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(CFileTest, RewritingWhatIsReadOrClosedFails)
+{
+    CMemFile file(pattern(10));
+    std::byte bytes[10] = {};
+    EXPECT_EQ(10u, file.Read(bytes, 10));
+    EXPECT_FALSE(file.Rewrite(0, bytes, 2));
+    EXPECT_EQ(EBADF, file.error());
+}
+
+struct FullPathRow {
+    const char* name;
+    const char* given;
+    const char* full; // behind the folder "work" of the scratch folder, which is the working one
+};
+
+class FullPathTest : public testing::TestWithParam<FullPathRow> {};
+
+TEST_P(FullPathTest, IsWhatAnOpenedFileTells)
+{
+    const CScratchFolder folder;
+    std::filesystem::create_directory(folder / "work");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder / "work");
+    const std::filesystem::path here = std::filesystem::current_path();
+    CFile file;
+    file.Open(CString::fromUtf8(GetParam().given), CFile::modeRead); // need not be there
+    std::filesystem::current_path(before);
+    EXPECT_EQ(GetParam().full[0] == '/' ? GetParam().full
+                                        : (here.parent_path() / GetParam().full).string(),
+              file.GetFilePath().utf8());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, FullPathTest,
+    testing::Values(FullPathRow{"PlainName", "a.zpl", "work/a.zpl"},
+                    FullPathRow{"InAFolder", "b/a.zpl", "work/b/a.zpl"},
+                    FullPathRow{"Dot", "./a.zpl", "work/a.zpl"},
+                    FullPathRow{"FolderAbove", "../b/a.zpl", "b/a.zpl"},
+                    // "b" may be a link, and then its ".." is not the folder it stands in
+                    FullPathRow{"DotsBehindAFolder", "b/../a.zpl", "work/b/../a.zpl"},
+                    FullPathRow{"FromTheRoot", "/b/../a.zpl", "/b/../a.zpl"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(CFileTest, AMemoryFileIsReadBackAfterWriting)
 {

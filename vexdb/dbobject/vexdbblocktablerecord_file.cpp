@@ -7,6 +7,7 @@
 #include "vexdb/vexdbdatabase.h"
 #include "vexdb/vexdbloadcontext.h"
 
+#include <array>
 #include <memory>
 #include <utility>
 
@@ -54,18 +55,24 @@ bool CVexDbBlockTableRecord::save()
 bool CVexDbBlockTableRecord::saveSet(const CVexDbIdSet& set)
 {
     CFile& out = *file();
-    std::uint32_t count = 0;
-    for (auto at = set.begin(); at != set.end(); ++at) { // looks at one word of each object
-        count += at.object()->isErased() ? 0 : 1;
-    }
-    storeLittle(out.give(sizeof count), count);
-    const bool saved = set.visitObjects([&out](CVexDbObject& object) {
+    // Erased entities are not written. They are few, and to count them first would take a walk of
+    // its own over all: the count is put right behind the entities.
+    const std::uint64_t countAt = out.GetPosition();
+    auto count = static_cast<std::uint32_t>(set.size());
+    CVexFieldWriter{out}(count);
+    const bool saved = set.visitObjects([&](CVexDbObject& object) {
         if (object.isErased()) {
+            --count;
             return true;
         }
         storeLittle(out.give(sizeof(VexDb::ClassType)), object.classType());
         return object.save();
     });
+    if (count != set.size()) {
+        std::array<std::byte, sizeof count> bytes = {};
+        storeLittle(bytes.data(), count);
+        out.Rewrite(countAt, bytes.data(), bytes.size());
+    }
     return saved && !out.failed();
 }
 

@@ -1,5 +1,6 @@
 #include "platform/base/vexfields.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
+#include "vexdb/dbobject/dbentity/vexdbnamedrecord.h"
 #include "vexdb/dbobject/dbentity/vexdbxdata.h"
 #include "vexdb/vexdbdatabase.h"
 #include "vexdb/vexdbloadcontext.h"
@@ -10,14 +11,6 @@ namespace {
 std::uint64_t referenceTo(const CVexDbObject* record)
 {
     return record == nullptr ? 0 : record->getCreatedTime();
-}
-
-/// The record of `table` named so, which every drawing has.
-CVexDbObject* namedRecord(const CVexDbTable& table, const wchar_t* name)
-{
-    CVexDbObjectId id;
-    table.getAt(name, id, false);
-    return id.getPObject();
 }
 
 /// The record of `table` with this number; null when there is none.
@@ -35,8 +28,9 @@ CVexDbObject* layerOf(CVexDbDatabase& drawing, std::uint64_t hardId)
     CVexDbLoadContext* loading = drawing.loading();
     CVexDbObject* record = loading != nullptr ? loading->layerByHardId(hardId)
                                               : numberedRecord(drawing.layers(), hardId);
-    return record != nullptr ? record
-                             : namedRecord(drawing.layers(), CVexDbLayerTableRecord::kBaseLayer);
+    return record != nullptr
+               ? record
+               : namedRecord(drawing.layers(), CVexDbLayerTableRecord::kBaseLayer).getPObject();
 }
 
 CVexDbObject* linetypeOf(CVexDbDatabase& drawing, std::uint64_t hardId)
@@ -44,8 +38,9 @@ CVexDbObject* linetypeOf(CVexDbDatabase& drawing, std::uint64_t hardId)
     CVexDbLoadContext* loading = drawing.loading();
     CVexDbObject* record = loading != nullptr ? loading->linetypeByHardId(hardId)
                                               : numberedRecord(drawing.linetypes(), hardId);
-    return record != nullptr ? record
-                             : namedRecord(drawing.linetypes(), CVexDbLTypeTableRecord::kByLayer);
+    return record != nullptr
+               ? record
+               : namedRecord(drawing.linetypes(), CVexDbLTypeTableRecord::kByLayer).getPObject();
 }
 
 CVexDbObject* colorOf(CVexDbDatabase& drawing, std::int32_t index)
@@ -58,8 +53,9 @@ CVexDbObject* colorOf(CVexDbDatabase& drawing, std::int32_t index)
         name.Format(L"%d", index);
         drawing.colors().getRecord(name, record, false);
     }
-    return record != nullptr ? record
-                             : namedRecord(drawing.colors(), CVexDbColorTableRecord::kByLayer);
+    return record != nullptr
+               ? record
+               : namedRecord(drawing.colors(), CVexDbColorTableRecord::kByLayer).getPObject();
 }
 
 } // namespace

@@ -13,6 +13,11 @@ bool isMouse(unsigned message)
     return message >= WM_MOUSEMOVE && message <= WM_MBUTTONUP;
 }
 
+bool isKey(unsigned message)
+{
+    return message >= WM_KEYDOWN && message <= WM_CHAR;
+}
+
 // What a key types: alone and with Shift.
 struct KeyCharacters {
     unsigned key;
@@ -91,8 +96,10 @@ bool CVexHeadlessBackend::getMessage(MSG& message)
     }
     message = m_queue.front();
     m_queue.pop_front();
+    if ((isMouse(message.message) || isKey(message.message)) && message.hwnd == nullptr) {
+        message.hwnd = m_capture;
+    }
     if (isMouse(message.message)) {
-        message.hwnd = message.hwnd != nullptr ? message.hwnd : m_capture;
         const CPoint client = pointOfLParam(message.lParam);
         m_pointer = message.hwnd != nullptr ? message.hwnd->ClientToScreen(client) : client;
     }
@@ -119,9 +126,12 @@ void CVexHeadlessBackend::translateMessage(const MSG& message)
     if (message.message != WM_KEYDOWN || alt) {
         return;
     }
-    const auto character =
-        characterOf(static_cast<unsigned>(message.wParam), (keyState(VK_SHIFT) & kKeyIsDown) != 0,
-                    (keyState(VK_CONTROL) & kKeyIsDown) != 0);
+    const wchar_t told = characterOfKey(message.lParam);
+    const std::optional<wchar_t> character =
+        told != 0 ? told
+                  : characterOf(static_cast<unsigned>(message.wParam),
+                                (keyState(VK_SHIFT) & kKeyIsDown) != 0,
+                                (keyState(VK_CONTROL) & kKeyIsDown) != 0);
     if (character) {
         m_queue.push_front(
             {message.hwnd, WM_CHAR, static_cast<WPARAM>(*character), message.lParam, message.pt});
@@ -157,7 +167,15 @@ void CVexHeadlessBackend::setCursorPosition(CPoint screen)
         screen.x = std::clamp(screen.x, m_clip->left, m_clip->right - 1);
         screen.y = std::clamp(screen.y, m_clip->top, m_clip->bottom - 1);
     }
+    if (screen == m_pointer) {
+        return;
+    }
     m_pointer = screen;
+    if (CWnd::isLiving(m_capture)) {
+        // In front, so that a key that follows finds the pointer where it went.
+        const CPoint client = m_capture->ScreenToClient(screen);
+        m_queue.push_front({m_capture, WM_MOUSEMOVE, 0, MAKELPARAM(client.x, client.y), m_pointer});
+    }
 }
 
 void CVexHeadlessBackend::clipCursor(const CRect* screen)
@@ -177,6 +195,31 @@ void CVexHeadlessBackend::setKeyState(unsigned virtualKey, int state)
 {
     std::erase_if(m_keys, [&](const auto& key) { return key.first == virtualKey; });
     m_keys.emplace_back(virtualKey, state);
+}
+
+unsigned CVexHeadlessBackend::trackPopupMenu(const CMenu& menu, CPoint, CWnd*)
+{
+    m_menus.push_back(menu);
+    if (m_choices.empty()) {
+        return 0;
+    }
+    const unsigned id = m_choices.front();
+    m_choices.pop_front();
+    return menu.isEnabled(id) ? id : 0;
+}
+
+bool CVexHeadlessBackend::askText(CWnd*, const CString& label, CString& text)
+{
+    m_asked.push_back(label);
+    if (m_texts.empty()) {
+        return false;
+    }
+    const std::optional<CString> answer = m_texts.front();
+    m_texts.pop_front();
+    if (answer) {
+        text = *answer;
+    }
+    return answer.has_value();
 }
 
 int CVexHeadlessBackend::messageBox(const CString& text, const CString& caption, unsigned type)

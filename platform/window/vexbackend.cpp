@@ -81,9 +81,12 @@ void ReleaseCapture()
     CVexBackend::current().setCapture(nullptr);
 }
 
-void SetCursor(VexCursor cursor)
+VexCursor SetCursor(VexCursor cursor)
 {
-    CVexBackend::current().setCursor(cursor);
+    CVexBackend& backend = CVexBackend::current();
+    const VexCursor before = backend.cursor();
+    backend.setCursor(cursor);
+    return before;
 }
 
 void GetCursorPos(CPoint* screen)

@@ -9,10 +9,11 @@
 #include <memory>
 
 class CDC;
+class CMenu;
 class CWnd;
 
 /// Cursor shapes that the library asks for.
-enum class VexCursor { kArrow, kCross, kPickBox, kMove, kHand, kWait };
+enum class VexCursor { kArrow, kCross, kPickBox, kMove, kResize, kHand, kWait };
 
 /// Buttons of a message box and what it answers.
 enum MessageBoxType : unsigned { MB_OK = 0, MB_OKCANCEL = 1, MB_YESNOCANCEL = 3, MB_YESNO = 4 };
@@ -38,6 +39,7 @@ public:
     /// queue drops the window's messages too.
     virtual void forget(CWnd* window);
     virtual void setCursor(VexCursor cursor) = 0;
+    [[nodiscard]] virtual VexCursor cursor() const = 0;
     [[nodiscard]] virtual CPoint cursorPosition() const = 0; // screen
     virtual void setCursorPosition(CPoint screen) = 0;
     /// Keeps the pointer in a screen rectangle; null frees it.
@@ -52,6 +54,14 @@ public:
     {
         return false;
     }
+    /// Shows a menu at a screen point until something is chosen: its id, or 0. A backend that has
+    /// nobody to ask chooses nothing.
+    virtual unsigned trackPopupMenu(const CMenu&, CPoint /*screen*/, CWnd*) { return 0; }
+    /// Asks the person for a line of text, `text` at first; false on cancel, and on a backend that
+    /// has nobody to ask.
+    virtual bool askText(CWnd*, const CString& /*label*/, CString& /*text*/) { return false; }
+    /// The text that the input method has finished composing for a window.
+    [[nodiscard]] virtual CString compositionResult(CWnd*) { return {}; }
     /// A context over an image of its own, for pictures without a window; null when this backend
     /// has no pixels.
     [[nodiscard]] virtual std::unique_ptr<CDC> createImageDC(CSize size) = 0;
@@ -72,7 +82,8 @@ VEXPLATFORM_EXPORT bool TranslateMessage(const MSG* message);
 VEXPLATFORM_EXPORT LRESULT DispatchMessageW(const MSG* message);
 VEXPLATFORM_EXPORT CWnd* GetCapture();
 VEXPLATFORM_EXPORT void ReleaseCapture();
-VEXPLATFORM_EXPORT void SetCursor(VexCursor cursor);
+/// Gives the cursor before.
+VEXPLATFORM_EXPORT VexCursor SetCursor(VexCursor cursor);
 VEXPLATFORM_EXPORT void GetCursorPos(CPoint* screen);
 VEXPLATFORM_EXPORT void SetCursorPos(int x, int y);
 VEXPLATFORM_EXPORT void ClipCursor(const CRect* screen);

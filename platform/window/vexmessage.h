@@ -18,8 +18,10 @@ enum WindowMessage : unsigned {
     WM_KEYDOWN = 0x0100,
     WM_KEYUP = 0x0101,
     WM_CHAR = 0x0102,
+    WM_IME_COMPOSITION = 0x010f, // lParam tells what is new: see kCompositionResult
     WM_COMMAND = 0x0111,
     WM_TIMER = 0x0113,
+    WM_VSCROLL = 0x0115, // low word of wParam: where to
     WM_MOUSEMOVE = 0x0200,
     WM_LBUTTONDOWN = 0x0201,
     WM_LBUTTONUP = 0x0202,
@@ -28,11 +30,23 @@ enum WindowMessage : unsigned {
     WM_RBUTTONUP = 0x0205,
     WM_MBUTTONDOWN = 0x0207,
     WM_MBUTTONUP = 0x0208,
+    WM_MOUSEWHEEL = 0x020a, // high word of wParam: the turn, kWheelNotch a notch, up positive
     WM_USER = 0x0400,
     /// On every mouse move, to the display window: time for the coordinate read-out. wParam points
     /// at the CPoint, lParam at the second one or is 0.
     WM_VEX_COORDINATE = WM_USER + 100,
+    /// To the display window, behind what a script has posted: that is taken, the next may come.
+    WM_VEX_FEED = WM_USER + 101,
 };
+
+/// Where WM_VSCROLL scrolls to.
+constexpr WPARAM SB_BOTTOM = 7;
+/// One notch of the mouse wheel.
+constexpr int kWheelNotch = 120;
+/// The bit of WM_IME_COMPOSITION's lParam that says: the text is finished.
+constexpr LPARAM kCompositionResult = 0x800;
+/// The part of a window that the pointer is over: its client area.
+constexpr unsigned HTCLIENT = 1;
 
 /// Key codes of WM_KEYDOWN.
 enum VirtualKey : unsigned {
@@ -54,6 +68,7 @@ enum VirtualKey : unsigned {
     VK_INSERT = 0x2d,
     VK_DELETE = 0x2e,
     VK_F1 = 0x70,
+    VK_F4 = 0x73,
 };
 
 /// One message. Mouse messages carry the client position in lParam, low half x, high half y.
@@ -64,6 +79,18 @@ struct MSG {
     LPARAM lParam = 0;
     CPoint pt; // screen position of the pointer when the message was made
 };
+
+/// Packs the character that a key types into the lParam of its WM_KEYDOWN, where the maker of the
+/// message knows it: TranslateMessage then makes that character, whatever keys are held. 0, and the
+/// backend's own idea of the key, where nobody has told.
+constexpr LPARAM keyLParam(wchar_t character)
+{
+    return static_cast<LPARAM>(static_cast<std::uint64_t>(character) << 32);
+}
+constexpr wchar_t characterOfKey(LPARAM lParam)
+{
+    return static_cast<wchar_t>(static_cast<std::uint64_t>(lParam) >> 32);
+}
 
 /// Packs a client position (each part kept to 16 bits, signed) into an lParam, and back.
 constexpr LPARAM MAKELPARAM(int x, int y)

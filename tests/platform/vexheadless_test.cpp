@@ -201,6 +201,28 @@ TEST_F(HeadlessTest, ThePointerStaysInItsClip)
     EXPECT_FALSE(backend.clip().has_value());
 }
 
+TEST_F(HeadlessTest, ACapturingWindowSeesThePointerMoveBeforeWhatIsQueued)
+{
+    window.SetCapture();
+    window.PostMessage(WM_KEYUP, VK_LEFT, 0);
+    SetCursorPos(30, 40);
+    EXPECT_EQ(CPoint(30, 40), backend.cursorPosition());
+    const MSG moved = next();
+    EXPECT_EQ(static_cast<unsigned>(WM_MOUSEMOVE), moved.message);
+    EXPECT_EQ(&window, moved.hwnd);
+    EXPECT_EQ(CPoint(30, 40), pointOfLParam(moved.lParam));
+    EXPECT_EQ(static_cast<unsigned>(WM_KEYUP), next().message);
+}
+
+TEST_F(HeadlessTest, NobodyIsToldOfAPointerThatStaysOrThatNobodyHasCaptured)
+{
+    SetCursorPos(30, 40);
+    EXPECT_EQ(0u, backend.queued());
+    window.SetCapture();
+    SetCursorPos(30, 40);
+    EXPECT_EQ(0u, backend.queued());
+}
+
 TEST_F(HeadlessTest, MessageBoxesAreRecordedAndAnsweredFromTheList)
 {
     backend.answerNext(IDNO);

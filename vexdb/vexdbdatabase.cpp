@@ -2,13 +2,18 @@
 
 #include "platform/window/cwnd.h"
 #include "platform/window/vexbackend.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
+#include "vexdb/vexdbspatialindex.h"
 #include "vexdb/vexmemdc.h"
 
 CVexDbDatabase::CVexDbDatabase(bool paperSpace)
-    : m_layers(nullptr), m_colors(nullptr), m_linetypes(nullptr), m_blocks(nullptr),
-      m_displays(nullptr), m_textStyles(nullptr), m_symbols(nullptr), m_entities(nullptr),
-      m_projectInfos(nullptr), m_revisions(nullptr)
+    : m_spatialIndexes(std::make_unique<CVexDbSpatialIndexes>()), m_layers(nullptr),
+      m_colors(nullptr), m_linetypes(nullptr), m_blocks(nullptr), m_displays(nullptr),
+      m_textStyles(nullptr), m_symbols(nullptr), m_entities(nullptr), m_projectInfos(nullptr),
+      m_revisions(nullptr), m_commandHandler(std::make_unique<CVexCommandHandler>(nullptr)),
+      m_undoHandler(std::make_unique<CVexUndoHandler>())
 {
     InitDatabase(paperSpace);
 }
@@ -23,8 +28,9 @@ CVexDbDatabase::~CVexDbDatabase()
             ReleaseCapture(); // a command that waits in this view ends
         }
     }
-    m_commandHandler.ClearTrackers();
-    m_undoHandler.clear();
+    m_commandHandler->markInputLost();
+    m_commandHandler->ClearTracker(false);
+    m_undoHandler->clear();
     if (_gpDatabase == this) {
         _gpDatabase = nullptr;
     }
@@ -43,7 +49,7 @@ void CVexDbDatabase::InitDatabase(bool paperSpace)
              &m_entities, &m_projectInfos, &m_revisions}) {
         table->setDatabase(this);
     }
-    m_commandHandler.SetDatabase(this);
+    m_commandHandler->SetDatabase(this);
     m_lastPoint = CVexGePoint2d::kOrigin;
     m_lastEntity = nullptr;
     m_linetypes.initLinetypeTable();

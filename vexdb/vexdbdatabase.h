@@ -3,8 +3,6 @@
 #include "platform/base/carchive.h"
 #include "platform/base/crect.h"
 #include "platform/base/cstring.h"
-#include "vexdb/dbcommand/vexcommandhandler.h"
-#include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/vexdbblocktable.h"
 #include "vexdb/dbobject/vexdbcolortable.h"
 #include "vexdb/dbobject/vexdbdisplaytable.h"
@@ -30,8 +28,12 @@
 class CDC;
 class CFile;
 class CVexBuffDC;
+class CVexCommandHandler;
 class CVexDbEntity;
+class CVexDbEntityTracker;
 class CVexDbLoadContext;
+class CVexDbSpatialIndexes;
+class CVexUndoHandler;
 class CWnd;
 
 /// One drawing in memory: ten tables, the command and undo handlers, the settings that are also the
@@ -77,8 +79,8 @@ public:
     [[nodiscard]] CVexDbEntityTable& entities() { return m_entities; }
     [[nodiscard]] CVexDbProjectInfoTable& projectInfos() { return m_projectInfos; }
     [[nodiscard]] CVexDbRevisionTable& revisions() { return m_revisions; }
-    [[nodiscard]] CVexCommandHandler& commandHandler() { return m_commandHandler; }
-    [[nodiscard]] CVexUndoHandler& undoHandler() { return m_undoHandler; }
+    [[nodiscard]] CVexCommandHandler& commandHandler() { return *m_commandHandler; }
+    [[nodiscard]] CVexUndoHandler& undoHandler() { return *m_undoHandler; }
 
     /// The live settings.
     [[nodiscard]] VexDbFileHeader_tag* FileInfo() { return &m_header; }
@@ -95,8 +97,12 @@ public:
 
     [[nodiscard]] CVexGePoint2d lastPoint() const { return m_lastPoint; }
     void setLastPoint(const CVexGePoint2d& point) { m_lastPoint = point; }
-    /// The entity added last; null after it was removed.
+    /// The entity added or picked last; null after it was removed.
     [[nodiscard]] CVexDbEntity* lastEntity() const { return m_lastEntity; }
+    void setLastEntity(CVexDbEntity* entity) { m_lastEntity = entity; }
+    /// The tracker whose track runs; null between tracks. Not owned.
+    [[nodiscard]] CVexDbEntityTracker* activeTracker() const { return m_activeTracker; }
+    void setActiveTracker(CVexDbEntityTracker* tracker) { m_activeTracker = tracker; }
     [[nodiscard]] CVexGePlane& plane() { return m_plane; }
     // The tables' current records.
     [[nodiscard]] CVexDbObjectId currentLayer() const { return currentOf(m_layers); }
@@ -143,6 +149,8 @@ public:
     void setBuffer(std::unique_ptr<CVexBuffDC> buffer);
     [[nodiscard]] CVexBuffDC* buffer() const { return m_buffer.get(); }
     [[nodiscard]] CVexDbPenCache& pens() { return m_pens; }
+    /// The indexes of this drawing's views.
+    [[nodiscard]] CVexDbSpatialIndexes& spatialIndexes() { return *m_spatialIndexes; }
     /// What the running drawing pass changes about every entity.
     [[nodiscard]] CVexDbDrawPass& drawPass() { return m_drawPass; }
     [[nodiscard]] int dragState() const { return m_dragState; }
@@ -195,8 +203,10 @@ private:
     VexDbDimSettings_tag m_dimSettings;
     CVexGePoint2d m_lastPoint;
     CVexDbEntity* m_lastEntity = nullptr;
+    CVexDbEntityTracker* m_activeTracker = nullptr;
     CVexGePlane m_plane;
-    bool m_isClosing = false; // asked by whatever dies after it
+    bool m_isClosing = false;                               // asked by whatever dies after it
+    std::unique_ptr<CVexDbSpatialIndexes> m_spatialIndexes; // entities and views tell it their end
     // What left its place, found by its address when it comes back. Above the tables, so freed
     // after them.
     std::unordered_map<const CVexDbObject*, std::unique_ptr<CVexDbObject>> m_retired;
@@ -214,8 +224,8 @@ private:
     CVexDbEntityTable m_entities;
     CVexDbProjectInfoTable m_projectInfos;
     CVexDbRevisionTable m_revisions;
-    CVexCommandHandler m_commandHandler;
-    CVexUndoHandler m_undoHandler;
+    std::unique_ptr<CVexCommandHandler> m_commandHandler;
+    std::unique_ptr<CVexUndoHandler> m_undoHandler;
     int m_dragState = 0;
 };
 

@@ -1,5 +1,7 @@
+#include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
+#include "vexdb/dbtracker/vexdbentitytracker.h"
 #include "vexdb/vexdbdatabase.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+#include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/vexdbdatabase.h"
 
@@ -98,7 +99,7 @@ void CVexDbDatabase::removeEntity(CVexDbEntity* entity)
 void CVexDbDatabase::forgetEntity(CVexDbEntity* entity)
 {
     const CVexDbObjectId id = entity->objectId();
-    m_commandHandler.RemoveTrackersOf(entity);
+    m_commandHandler->forgetEntity(entity);
     entity->SetDbEntity(false);
     m_entities.removeEntity(id);
     m_colors.removeEntity(id);

@@ -1,4 +1,7 @@
 #include "dbfixture.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexundohandler.h"
+#include "vexdb/dbtracker/vexdbentitytracker.h"
 
 #include <algorithm>
 #include <memory>
@@ -13,15 +16,14 @@ protected:
 class CountingTracker : public CVexDbEntityTracker {
 public:
     CountingTracker(CVexDbEntity* entity, int& dropped, int& drawn)
-        : m_entity(entity), m_dropped(dropped), m_drawn(drawn)
+        : CVexDbEntityTracker(nullptr, entity, VexDb::TransFormNone, false), m_dropped(dropped),
+          m_drawn(drawn)
     {
     }
     ~CountingTracker() override { ++m_dropped; }
-    CVexDbEntity* GetEntity() const override { return m_entity; }
-    void Draw(CDC*) override { ++m_drawn; }
+    void DrawGripBox(bool) override { ++m_drawn; }
 
 private:
-    CVexDbEntity* m_entity;
     int& m_dropped;
     int& m_drawn;
 };
@@ -288,7 +290,7 @@ TEST_F(DatabaseTest, RemovalDropsTheTrackersOfThatEntityOnly)
     drawing.commandHandler().TrackerDraw(&dc);
     drawing.commandHandler().TrackerDraw(nullptr);
     EXPECT_EQ(1, drawn);
-    drawing.commandHandler().ClearTrackers(); // the counters end before the drawing does
+    drawing.commandHandler().ClearTracker(false); // the counters end before the drawing does
 }
 
 TEST_F(DatabaseTest, TheErasedBitDropsTheTrackerAndKeepsTheIndexes)
@@ -319,8 +321,8 @@ TEST(DatabaseEndTest, TearDownDropsTrackersUndrawnAndTheCurrentDatabase)
     drawing->commandHandler().AddTracker(new CountingTracker(line, dropped, drawn));
     tagUndoEditEntity edit;
     edit.entity = line->objectId();
-    edit.data = new wchar_t[4]{L"old"};
-    drawing->undoHandler().AddUndo(edit);
+    edit.data = VexUndoGeometry::of(*line);
+    drawing->undoHandler().AddUndo(&edit);
     drawing->removeEntity(line);
     drawing.reset();
     EXPECT_EQ(1, dropped);
@@ -388,12 +390,12 @@ TEST_F(DatabaseTest, NullIsNoCurrentRecord)
 TEST_F(DatabaseTest, UndoKeepsTheNewestInFrontAndNothingWithoutAnEntity)
 {
     tagUndoEditEntity edit;
-    EXPECT_EQ(0, drawing.undoHandler().AddUndo(edit));
+    EXPECT_EQ(0, drawing.undoHandler().AddUndo(&edit));
     edit.entity = addLine(drawing)->objectId();
     edit.editType = kUndoMove;
-    EXPECT_EQ(1, drawing.undoHandler().AddUndo(edit));
+    EXPECT_EQ(1, drawing.undoHandler().AddUndo(&edit));
     edit.editType = kUndoErase;
-    EXPECT_EQ(2, drawing.undoHandler().AddUndo(edit));
+    EXPECT_EQ(2, drawing.undoHandler().AddUndo(&edit));
     EXPECT_EQ(kUndoErase, drawing.undoHandler().undoStack().front().editType);
 }
 

@@ -1,6 +1,8 @@
 #include "tests/vexdb/entityfixture.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentitykinds.h"
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
+#include "vexdb/dbtracker/vexdbentitytracker.h"
 
 #include <numbers>
 
@@ -234,12 +236,10 @@ TEST_F(EntityTest, EraseTakesADatabaseEntityOutAndKeepsItAlive)
 
 class TrackerOf : public CVexDbEntityTracker {
 public:
-    explicit TrackerOf(CVexDbEntity* entity) : m_entity(entity) {}
-    [[nodiscard]] CVexDbEntity* GetEntity() const override { return m_entity; }
-    void Draw(CDC* /*dc*/) override {}
-
-private:
-    CVexDbEntity* m_entity;
+    explicit TrackerOf(CVexDbEntity* entity)
+        : CVexDbEntityTracker(nullptr, entity, VexDb::TransFormNone, false)
+    {
+    }
 };
 
 TEST_F(EntityTest, OnErasedDropsTheFirstTrackerOfTheEntity)

@@ -1,4 +1,5 @@
 #include "tests/vexdb/entityfixture.h"
+#include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
 

@@ -1,5 +1,7 @@
 #include "tests/view/viewfixture.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/vexdbcolortable.h"
+#include "vexdb/dbtracker/vexdbentitytracker.h"
 #include "vexdb/vexdbpagemapping.h"
 
 #include <algorithm>
@@ -24,8 +26,8 @@ protected:
 /// Grips of a selected entity, as a stroke that no entity makes.
 class PixelTracker : public CVexDbEntityTracker {
 public:
-    [[nodiscard]] CVexDbEntity* GetEntity() const override { return nullptr; }
-    void Draw(CDC* dc) override { dc->SetPixel(0, 0, RGB(1, 2, 3)); }
+    PixelTracker() : CVexDbEntityTracker(nullptr) {}
+    void DrawGripBox(bool) override { getDC()->SetPixel(0, 0, RGB(1, 2, 3)); }
 };
 
 } // namespace

@@ -1,9 +1,11 @@
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 
 #include "platform/window/cwnd.h"
+#include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/dbobject/vexdbentsetiterator.h"
 #include "vexdb/dbobject/vexdbviewunits.h"
 #include "vexdb/vexdbdatabase.h"
+#include "vexdb/vexdbspatialindex.h"
 
 namespace {
 
@@ -12,6 +14,9 @@ CRect wholeUnits(const VexXY& min, const VexXY& max)
     return {truncateSaturated(min.x), truncateSaturated(min.y), truncateSaturated(max.x),
             truncateSaturated(max.y)};
 }
+
+// With fewer entities a walk over all is as quick.
+constexpr std::size_t kLeastIndexed = 64;
 
 } // namespace
 
@@ -64,17 +69,50 @@ void CVexDbDisplayTableRecord::getLimits(CVexGePoint2d& min, CVexGePoint2d& max)
     max = m_limitsMax;
 }
 
+/// One change of the set: the index follows it if it was up to date before, and if it cannot, the
+/// next query builds it anew.
+template <class Follow>
+void CVexDbDisplayTableRecord::followInIndex(Follow&& follow)
+{
+    if (m_index != nullptr && m_indexRevision + 1 == m_displayed.revision()) {
+        m_indexRevision += follow(*m_index) ? 1 : 0;
+    }
+}
+
+CVexDbSpatialIndex* CVexDbDisplayTableRecord::index()
+{
+    if (m_displayed.size() < kLeastIndexed || database() == nullptr) {
+        m_index.reset();
+        return nullptr;
+    }
+    if (m_index == nullptr) {
+        m_index = std::make_unique<CVexDbSpatialIndex>(database()->spatialIndexes());
+        m_indexRevision = m_displayed.revision() - 1;
+    }
+    if (m_indexRevision != m_displayed.revision()) {
+        m_index->rebuild(m_displayed);
+        m_indexRevision = m_displayed.revision();
+    }
+    database()->spatialIndexes().settle();
+    return m_index.get();
+}
+
 void CVexDbDisplayTableRecord::addEntity(const CVexDbObjectId& id)
 {
-    if (!id.isNull()) {
-        m_displayed.insert(id);
+    if (!id.isNull() && m_displayed.insert(id).second) {
+        followInIndex([&](CVexDbSpatialIndex& index) {
+            index.insert(*static_cast<CVexDbEntity*>(id.getPObject()));
+            return true;
+        });
     }
 }
 
 void CVexDbDisplayTableRecord::removeEntity(const CVexDbObjectId& id)
 {
-    if (!id.isNull()) {
-        m_displayed.erase(id);
+    if (!id.isNull() && m_displayed.erase(id) != 0) {
+        followInIndex([&](CVexDbSpatialIndex& index) {
+            return index.erase(*static_cast<CVexDbEntity*>(id.getPObject()));
+        });
     }
 }
 

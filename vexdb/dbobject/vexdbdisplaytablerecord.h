@@ -6,9 +6,14 @@
 #include "vexge/gemath/vexgepoint2d.h"
 #include "vexge/gemath/vexgevector2d.h"
 
+#include <memory>
+#include <vector>
+
 class CDC;
 class CView;
+class CVexDbEntity;
 class CVexDbEntSetIterator;
+class CVexDbSpatialIndex;
 
 /// A view: what part of a drawing a window shows, and the way between the three coordinate systems.
 /// Device is pixels of the client area, y down; logical is integers, 100 a drawing unit, y up.
@@ -135,6 +140,20 @@ private:
     void showWindow(CDC* dc);
     [[nodiscard]] CRect shownArea(const CDC& dc) const;
     CVexDbIdSet crossedBy(const CRect& window);
+    /// The index over what this view draws, up to date; null while there is too little to be worth
+    /// one.
+    CVexDbSpatialIndex* index();
+    template <class Follow>
+    void followInIndex(Follow&& follow);
+    /// The entities that may touch the area (logical units), in drawing order, into m_near; false
+    /// when a walk over the whole view does as well.
+    bool findNear(const CRect& area);
+    /// Replaces `out` by the visible entities near the area that `accept` takes; true when there
+    /// are any.
+    template <class Accept>
+    bool collectVisible(const CRect& area, CVexDbIdSet& out, Accept&& accept);
+    /// The area that `dc` shows, widened by how far a stroke may reach into it, logical units.
+    [[nodiscard]] CRect paintedArea(const CDC& dc) const;
     /// The set that a pass over `dc` draws; `working` holds it when it is made for the pass.
     const CVexDbIdSet& setForPass(const CDC& dc, CVexDbIdSet& working);
 
@@ -145,6 +164,9 @@ private:
     CView* m_view = nullptr;
     CDC* m_dc = nullptr;
     CVexDbIdSet m_displayed;
+    std::unique_ptr<CVexDbSpatialIndex> m_index;
+    std::uint64_t m_indexRevision = 0; // of m_displayed when the index was brought up to date
+    std::vector<CVexDbEntity*> m_near; // kept, so that a pick does not allocate
     CVexGePoint2d m_limitsMin;
     CVexGePoint2d m_limitsMax;
 };

@@ -1,12 +1,17 @@
 #include "platform/device/cdc.h"
 #include "platform/window/cwnd.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 #include "vexdb/dbobject/vexdbviewunits.h"
 #include "vexdb/vexdbdatabase.h"
+#include "vexdb/vexdbspatialindex.h"
 #include "vexdb/vexmemdc.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -14,6 +19,9 @@ constexpr COLORREF kGridColor = 0x646464;
 constexpr COLORREF kAxisColor = 0x0000b4;
 /// Grid lines closer than this blur into a grey area.
 constexpr double kLeastGridPixels = 2.0;
+/// A pen of a pixel, and rounding.
+constexpr int kSlackPixels = 2;
+constexpr CRect kEverywhere(-1000000000, -1000000000, 1000000000, 1000000000);
 /// More lines than any screen has columns: the context's mapping is not the view's.
 constexpr std::int64_t kMostGridLines = 20000;
 
@@ -177,13 +185,47 @@ void CVexDbDisplayTableRecord::DrawEntities(CDC* dc)
         colorIndex = kPrintedColorIndex;
     }
     const CVexDbDrawPassScope colors(database()->drawPass(), colorIndex);
-    CVexDbIdSet working;
-    visitAsItStands(setForPass(*dc, working), [dc](CVexDbEntity& entity) {
+    const auto draw = [dc](CVexDbEntity& entity) {
         if (entity.isVisiable()) {
             entity.Draw(dc);
         }
-    });
+    };
+    CVexDbIdSet working;
+    if (!m_visibleOnly && index() != nullptr && findNear(paintedArea(*dc))) {
+        // An entity's drawing may ask this view something: the list is the pass's meanwhile.
+        std::vector<CVexDbEntity*> near = std::move(m_near);
+        std::ranges::for_each(near, [&](CVexDbEntity* entity) { draw(*entity); });
+        m_near = std::move(near);
+    } else {
+        visitAsItStands(setForPass(*dc, working), draw);
+    }
     DrawGrid(dc);
+}
+
+CRect CVexDbDisplayTableRecord::paintedArea(const CDC& dc) const
+{
+    // The whole surface of `dc`, whose mapping need not be this view's: pictures have their own.
+    const bool paper = dc.IsPrinting();
+    const CPoint end(dc.GetDeviceCaps(paper ? PHYSICALWIDTH : HORZRES),
+                     dc.GetDeviceCaps(paper ? PHYSICALHEIGHT : VERTRES));
+    if (end.x <= 0 || end.y <= 0) {
+        return kEverywhere; // it does not tell
+    }
+    CPoint corners[] = {{0, 0}, end};
+    dc.DPtoLP(corners, 2);
+    CRect area(corners[0], corners[1]);
+    area.NormalizeRect();
+    int widest = m_index != nullptr ? m_index->widestPen() : 0;
+    for (const auto& [name, record] : database()->layers().records()) {
+        widest = std::max<int>(
+            widest, static_cast<const CVexDbLayerTableRecord*>(record.get())->getLineWeight());
+    }
+    const VexDbDrawingSettings_tag& settings = database()->settings();
+    const double pixel = std::max(1.0, 1.0 / dc.xScale()); // logical units
+    const double marker = settings.m_nPointSize * m_mapping.scaleX;
+    const double reach = 2.0 * widest + marker + kSlackPixels * pixel;
+    return {truncateSaturated(area.left - reach), truncateSaturated(area.top - reach),
+            truncateSaturated(area.right + reach), truncateSaturated(area.bottom + reach)};
 }
 
 void CVexDbDisplayTableRecord::DrawEntity(CVexDbObject*& object)

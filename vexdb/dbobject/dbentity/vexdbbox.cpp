@@ -2,6 +2,7 @@
 
 #include "platform/base/cfile.h"
 #include "vexdb/dbobject/dbentity/vexdbcurvevisit.h"
+#include "vexdb/dbobject/dbentity/vexdbextents.h"
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/dbentity/vexdbpenframe.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
@@ -88,6 +89,11 @@ void CVexDbBox::setGripPoints()
 CVexDbRect CVexDbBox::GetOutRect()
 {
     return boundsOf(corners()); // the grips between the corners cannot lie outside of them
+}
+
+bool CVexDbBox::trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const
+{
+    return extentsOf(corners(), min, max);
 }
 
 void CVexDbBox::Draw(CDC* dc)

@@ -25,6 +25,7 @@ public:
     void setGripPoints() override;
     CVexDbRect GetOutRect() override;
     void Draw(CDC* dc) override;
+    [[nodiscard]] bool trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const override;
     void makeProperty() override;
     /// One of the four corners lies inside; a side that crosses does not count.
     bool checkInsideOrCross(CVexGePoint2d& a, CVexGePoint2d& b) override;

@@ -1,10 +1,14 @@
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 
+#include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbcurve.h"
 #include "vexdb/dbobject/dbentity/vexdbentitykinds.h"
+#include "vexdb/dbobject/dbentity/vexdbnamedrecord.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexdb/dbobject/dbentity/vexdbxdata.h"
 #include "vexdb/vexdbdatabase.h"
+#include "vexdb/vexdbspatialindex.h"
 
 #include <algorithm>
 #include <memory>
@@ -17,11 +21,8 @@ CVexDbObjectId sameNamed(const CVexDbTable& table, const CVexDbObjectId& foreign
 {
     CVexDbObjectId id;
     const auto* record = static_cast<const CVexDbTableRecord*>(foreign.getPObject());
-    if (record == nullptr || !table.getAt(record->name(), id, false)) {
-        id.setNull();
-        table.getAt(fallback, id, false);
-    }
-    return id;
+    const bool known = record != nullptr && table.getAt(record->name(), id, false);
+    return known ? id : namedRecord(table, fallback);
 }
 
 } // namespace
@@ -45,7 +46,26 @@ CVexDbEntity::CVexDbEntity(const CVexDbEntity& other)
 
 CVexDbEntity::~CVexDbEntity()
 {
+    if (m_moved && database() != nullptr) {
+        database()->spatialIndexes().forget(*this);
+    }
+    if (m_isLastMade && database() != nullptr) {
+        database()->commandHandler().forgetEntity(this);
+    }
     ClearXData();
+}
+
+void CVexDbEntity::noteMoved()
+{
+    if (database() != nullptr) {
+        m_moved = true;
+        database()->spatialIndexes().noteMoved(*this);
+    }
+}
+
+bool CVexDbEntity::trueExtents(CVexGePoint2d& /*min*/, CVexGePoint2d& /*max*/) const
+{
+    return false;
 }
 
 bool CVexDbEntity::isVisiable() const
@@ -56,7 +76,10 @@ bool CVexDbEntity::isVisiable() const
 
 void CVexDbEntity::setDatabase(CVexDbDatabase* newDatabase)
 {
-    const CVexDbDatabase* before = database();
+    CVexDbDatabase* const before = database();
+    if (m_isLastMade && before != nullptr && newDatabase != before) {
+        before->commandHandler().forgetEntity(this);
+    }
     CVexDbObject::setDatabase(newDatabase);
     if (before == nullptr) {
         SetEntProperty();
@@ -69,7 +92,7 @@ void CVexDbEntity::setDatabase(CVexDbDatabase* newDatabase)
 void CVexDbEntity::takeCurrentProperties()
 {
     if (const CVexDbDatabase* drawing = database()) {
-        m_lineWeight = drawing->currentLineWeight();
+        changeWeight(drawing->currentLineWeight());
         m_color = drawing->currentColor().getPObject();
         m_lineType = drawing->currentLinetype().getPObject();
         m_layer = drawing->currentLayer().getPObject();
@@ -126,7 +149,7 @@ CVexDbEntity& CVexDbEntity::operator=(const CVexDbEntity& other)
     if (m_dbEntity && other.database() != database()) {
         // The records of one drawing must not list an entity of another.
         bindByNames(other);
-        m_lineWeight = other.m_lineWeight;
+        changeWeight(other.m_lineWeight);
         return *this;
     }
     setColor(other.ColorId(), true);
@@ -259,7 +282,7 @@ bool CVexDbEntity::setColor(int index, bool)
 
 bool CVexDbEntity::setLineWeight(VexDb::LineWeight weight, bool)
 {
-    m_lineWeight = weight;
+    changeWeight(weight);
     return true;
 }
 
@@ -290,13 +313,7 @@ bool CVexDbEntity::OnErased()
     if (!m_dbEntity || database() == nullptr) {
         return true;
     }
-    CVexCommandHandler& handler = database()->commandHandler();
-    const auto& trackers = handler.trackers();
-    const auto mine = std::ranges::find(
-        trackers, this, [](const CVexDbEntityTracker* tracker) { return tracker->GetEntity(); });
-    if (mine != trackers.end()) {
-        handler.RemoveTracker(*mine);
-    }
+    database()->commandHandler().DeleteTracker(this);
     return true;
 }
 
@@ -328,7 +345,7 @@ void CVexDbEntity::recordEndMove(int end, const CVexGeVector2d& displacement)
     edit.entity = objectId();
     edit.index = end;
     edit.vector = displacement;
-    drawing->undoHandler().AddUndo(edit);
+    drawing->undoHandler().AddUndo(&edit);
 }
 
 void CVexDbEntity::makeProperty()

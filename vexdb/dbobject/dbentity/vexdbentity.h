@@ -34,8 +34,11 @@ class VEXDB_EXPORT CVexDbEntity : public CVexDbObject {
     bool m_highlighted : 1 = false;
     bool m_undrawing : 1 = false;
     bool m_highlightDrawing : 1 = false;
-    bool m_gripsStale : 1 = true; // the grips are not those of the geometry
-    bool m_rectStale : 1 = true;  // nor is the screen rectangle
+    bool m_gripsStale : 1 = true;  // the grips are not those of the geometry
+    bool m_rectStale : 1 = true;   // nor is the screen rectangle
+    bool m_indexed : 1 = false;    // m_indexBox is where the views' indexes have it
+    bool m_moved : 1 = false;      // and has been left since
+    bool m_isLastMade : 1 = false; // the command handler points at it and must hear of its end
 
 public:
     using Intersect = CVexGeEntity2d::Intersect;
@@ -100,6 +103,8 @@ public:
     virtual void setTextStyle(const CVexDbObjectId&) {}
     /// A symbol's record by name, a text table's own name; empty for every other kind.
     [[nodiscard]] virtual CString recordName() const { return {}; }
+    /// What a centre snap finds: arcs, circles, ellipses, elliptical arcs and cobwebs have one.
+    [[nodiscard]] virtual bool centerPoint(CVexGePoint2d& /*center*/) const { return false; }
     /// A hatch follows `curve` when that is one of its boundaries; true then.
     virtual bool OnBoundaryChanged(CVexDbCurve*) { return false; }
 
@@ -172,12 +177,19 @@ public:
     /// The bool is not used.
     CVexDbEntity* CopyEntity(bool);
     void ClearBoundary() { m_boundary = 0; }
-    /// The geometry has changed: the next getter computes grips and rectangle anew.
+    /// The geometry has changed: the next getter computes grips and rectangle anew, and the views'
+    /// indexes look where it lies now.
     void markGripsStale()
     {
         m_gripsStale = true;
         m_rectStale = true;
+        if (m_indexed && !m_moved) {
+            noteMoved();
+        }
     }
+    /// The box of the true shape, drawing units, which may be too large but never too small. False
+    /// when a kind cannot tell: its entities are then looked at by every query.
+    [[nodiscard]] virtual bool trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const;
 
 protected:
     /// The file record of a concrete class: the object's bytes, the entity's, then what `fields`
@@ -242,6 +254,18 @@ private:
     [[nodiscard]] bool isListed() const { return m_dbEntity && objectId() == this; }
     template <class OfCurve, class OfKind, class... Args>
     void transform(OfCurve ofCurve, OfKind ofKind, const Args&... args);
+    void noteMoved();
+    /// The weight widens the strokes, which the views' indexes know too.
+    void changeWeight(VexDb::LineWeight weight)
+    {
+        m_lineWeight = weight;
+        if (m_indexed && !m_moved) {
+            noteMoved();
+        }
+    }
+    friend class CVexCommandHandler;
+    friend class CVexDbSpatialIndex;
+    friend class CVexDbSpatialIndexes;
     [[nodiscard]] const CPen* penFor(CDC& dc) const;
     [[nodiscard]] COLORREF strokeColor(const CDC& dc) const;
     [[nodiscard]] int strokeWidth(const CDC& dc) const;
@@ -252,4 +276,5 @@ private:
     CVexDbObject* m_color = nullptr;
     Return_Struct* m_xdata = nullptr; // one of its holders is this entity
     CRect m_entityRect;
+    CRect m_indexBox; // logical units
 };

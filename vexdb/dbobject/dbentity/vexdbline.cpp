@@ -2,6 +2,7 @@
 
 #include "platform/base/cfile.h"
 #include "vexdb/dbobject/dbentity/vexdbcurvevisit.h"
+#include "vexdb/dbobject/dbentity/vexdbextents.h"
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/dbentity/vexdbpenframe.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
@@ -85,6 +86,12 @@ CVexDbRect CVexDbLine::GetOutRect()
 {
     const CVexGePoint2d ends[] = {m_line.startPoint(), m_line.endPoint()};
     return boundsOf(ends);
+}
+
+bool CVexDbLine::trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const
+{
+    const CVexGePoint2d ends[] = {StartPoint(), EndPoint()};
+    return extentsOf(ends, min, max);
 }
 
 void CVexDbLine::Draw(CDC* dc)

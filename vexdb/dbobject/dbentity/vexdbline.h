@@ -22,6 +22,7 @@ public:
     void setGripPoints() override;
     CVexDbRect GetOutRect() override;
     void Draw(CDC* dc) override;
+    [[nodiscard]] bool trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const override;
     void makeProperty() override;
     /// The midpoint or the start lies inside, or the line crosses a side.
     bool checkInsideOrCross(CVexGePoint2d& a, CVexGePoint2d& b) override;

@@ -1,6 +1,7 @@
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
 
 #include "platform/base/vexfields.h"
+#include "vexdb/dbobject/dbentity/vexdbextents.h"
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/dbentity/vexdbpenframe.h"
 #include "vexdb/dbobject/dbentity/vexdbpointmarker.h"
@@ -80,6 +81,13 @@ CRect CVexDbPoint::computeEntityRect()
 CVexDbRect CVexDbPoint::GetOutRect()
 {
     return {m_position, m_position};
+}
+
+bool CVexDbPoint::trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const
+{
+    const CVexGeVector2d half(std::max(m_size, 0.0), std::max(m_size, 0.0));
+    const CVexGePoint2d corners[] = {m_position - half, m_position + half};
+    return extentsOf(corners, min, max);
 }
 
 void CVexDbPoint::Draw(CDC* dc)

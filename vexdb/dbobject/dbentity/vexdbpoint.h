@@ -24,6 +24,7 @@ public:
     /// Collapsed on the position: the marker's size does not count.
     CVexDbRect GetOutRect() override;
     void Draw(CDC* dc) override;
+    [[nodiscard]] bool trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const override;
     /// Within `tol`.
     [[nodiscard]] int isOn(const CVexGePoint2d& point, const double& tol) const override;
     bool checkInsideOrCross(CVexGePoint2d& a, CVexGePoint2d& b) override;
@@ -43,7 +44,11 @@ public:
     void SetPosition(const CVexGePoint2d& position);
     [[nodiscard]] CVexGePoint2d Position() const { return m_position; }
     /// Half the marker in drawing units; 0 or less takes the drawing's point size, in pixels.
-    void SetSize(double size) { m_size = size; }
+    void SetSize(double size)
+    {
+        m_size = size;
+        markGripsStale();
+    }
     [[nodiscard]] double Size() const { return m_size; }
     /// Whether a marker with an area is solid, without strokes inside.
     void SetFillMode(bool fill) { m_fill = fill; }

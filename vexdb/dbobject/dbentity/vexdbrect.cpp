@@ -2,6 +2,7 @@
 
 #include "platform/base/vexfields.h"
 #include "vexdb/dbobject/dbentity/vexdbcurvevisit.h"
+#include "vexdb/dbobject/dbentity/vexdbextents.h"
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/dbentity/vexdbpenframe.h"
 
@@ -90,6 +91,11 @@ CRect CVexDbRect::computeEntityRect()
 CVexDbRect CVexDbRect::GetOutRect()
 {
     return {LeftTop(), RightBottom()};
+}
+
+bool CVexDbRect::trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const
+{
+    return extentsOf(cornersOf(*this), min, max);
 }
 
 void CVexDbRect::Draw(CDC* dc)

@@ -24,6 +24,7 @@ public:
     void setGripPoints() override;
     CVexDbRect GetOutRect() override;
     void Draw(CDC* dc) override;
+    [[nodiscard]] bool trueExtents(CVexGePoint2d& min, CVexGePoint2d& max) const override;
     void makeProperty() override;
     /// On any of the four sides.
     [[nodiscard]] int isOn(const CVexGePoint2d& point, const double& tol) const override;

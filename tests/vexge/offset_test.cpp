@@ -273,6 +273,41 @@ TEST(OffsetTest, RawCornerOfArcsThatDoNotReachEachOtherIsAFillet)
     EXPECT_EQ("1,0:-1 3,0:1 5,0:-1 7,0", rawText(humps, 1, -1));
 }
 
+// The turn of such a fillet is read off a third point on the next arc. One that bends back by more
+// than the corner turns has that point on the wrong side: the fillet keeps to the short way there,
+// for the long way round crosses the source and the clipping would drop the whole chain.
+TEST(OffsetTest, FilletKeepsToTheShortWayWhereTheNextArcBendsBack)
+{
+    // The first half circle, of radius 100, comes to the origin from below; the second leaves it
+    // 0.1 radians to the right and bends left. The fillet turns by these 0.1, clockwise.
+    const double across = std::cos(0.1);
+    const double up = std::sin(0.1);
+    const CVexGePolyline2d bends =
+        chain({{200, 0, -1.0}, {0, 0, 1.0}, {-200 * across, 200 * up}}, false);
+    const CVexGePolyline2d raw = Steps(bends).rawChain(2, 1);
+    ASSERT_EQ(4U, raw.numVerts());
+    EXPECT_POINT_NEAR(-2, 0, raw.vertices()[1], 1e-9);
+    EXPECT_NEAR(-std::tan(0.025), raw.getBulgeAt(1), 1e-9);
+    EXPECT_POINT_NEAR(-2 * across, 2 * up, raw.vertices()[2], 1e-9);
+}
+
+TEST(OffsetTest, RingOfArcsWhoseJointsAreNotSmoothStaysWhole)
+{
+    for (const int count : {60, 300, 600, 1000}) {
+        const double bulge = count == 60 ? -0.1 : 0.1;
+        const CVexGePolyline2d ring = shapes::wavyCircle(count, 300, 9, 3, bulge);
+        for (const bool left : {true, false}) {
+            PolylineList pieces;
+            EXPECT_TRUE(ring.getOffset(beside(ring, 0, left), 2, pieces, false));
+            double length = 0.0;
+            for (const auto& piece : pieces) {
+                length += piece->length();
+            }
+            EXPECT_NEAR(ring.length(), length, 0.02 * ring.length()) << count;
+        }
+    }
+}
+
 TEST(OffsetTest, ArcThatCannotBeOffsetIsBridgedByTheNextCorner)
 {
     EXPECT_EQ("-2,-2 22,-2 22,12 -2,12 -2,-2",

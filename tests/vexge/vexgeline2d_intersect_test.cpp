@@ -1,7 +1,9 @@
 #include "tests/vexge/geasserts.h"
 #include "vexge/geentity2d/vexgeline2d.h"
 
+#include <cmath>
 #include <memory>
+#include <numbers>
 
 namespace {
 
@@ -229,4 +231,32 @@ TEST(LineTest, OverlapLeavesItsOutputOnFailure)
     CVexGeLine2d* shared = &held;
     EXPECT_FALSE(kLevel.overlap(line(2, 0, 5, 0), shared, 0.001));
     EXPECT_EQ(&held, shared);
+}
+
+TEST(LineIntersectTest, ParallelLinesMeetForNoKindAtAnyLengthAndAngle)
+{
+    for (int degrees = 1; degrees < 180; ++degrees) {
+        for (const double length : {10.0, 100.0, 1000.0}) {
+            const CVexGeVector2d along =
+                CVexGeVector2d(degrees * std::numbers::pi / 180.0) * length;
+            const CVexGeVector2d aside = along.perpVector() * (7.0 / length);
+            const CVexGeLine2d one({3.3, 4.7}, along);
+            const CVexGeLine2d other(one.startPoint() + aside, along * 1.7);
+            CVexGePoint2d out(9, 9);
+            EXPECT_FALSE(one.intersectWith(other, out, CVexGeEntity2d::kExtendArg, kGeEpsilon));
+            EXPECT_FALSE(one.intersectWith(other, out, CVexGeEntity2d::kExtendBoth, kGeEpsilon));
+        }
+    }
+}
+
+TEST(LineIntersectTest, LinesThatNearlyRunTogetherCrossWhereTheyDo)
+{
+    const CVexGePoint2d middle(33.3, 44.7);
+    const CVexGeVector2d along(0.6 * 100, 0.8 * 100);
+    const CVexGeVector2d turned = CVexGeVector2d(along).rotateBy(1e-5);
+    CVexGePoint2d out;
+    EXPECT_TRUE(CVexGeLine2d(middle - along * 0.3, along)
+                    .intersectWith(CVexGeLine2d(middle - turned * 0.6, turned), out,
+                                   CVexGeEntity2d::kExtendNone, kGeEpsilon));
+    EXPECT_POINT_NEAR(33.3, 44.7, out, 1e-8);
 }

@@ -1,54 +1,89 @@
 #include "vexdb/dbcommand/vexcommandhandler.h"
 
-#include <algorithm>
+#include "platform/base/cstdiofile.h"
+#include "platform/window/cwnd.h"
+#include "vexdb/dbcommand/vexprompthandler.h"
+#include "vexdb/dbobject/dbentity/vexdbentity.h"
+#include "vexdb/vexdbdatabase.h"
+
 #include <utility>
+
+namespace {
+
+CWnd* living(CWnd* window)
+{
+    return CWnd::isLiving(window) ? window : nullptr;
+}
+
+} // namespace
+
+CVexCommandHandler::CVexCommandHandler(CVexDbDatabase* database)
+    : m_prompts(_hPROMPT), m_database(database)
+{
+    m_commandCount = LoadCommandFrom();
+}
 
 CVexCommandHandler::~CVexCommandHandler()
 {
-    ClearTrackers();
+    setLastEntity(nullptr);
+    ClearTracker(false);
+    m_busy = 0;
+    freeAbandoned();
 }
 
-void CVexCommandHandler::AddTracker(CVexDbEntityTracker* tracker)
+void CVexCommandHandler::setMsgWindow(CWnd* history, CWnd* message)
 {
-    m_trackers.push_back(tracker);
+    m_history = history;
+    m_message = message;
 }
 
-void CVexCommandHandler::RemoveTracker(CVexDbEntityTracker* tracker)
+CWnd* CVexCommandHandler::GetDispWindow() const
 {
-    const auto found = std::find(m_trackers.begin(), m_trackers.end(), tracker);
-    if (found != m_trackers.end()) {
-        m_trackers.erase(found);
-        delete tracker;
+    return living(m_display);
+}
+
+CWnd* CVexCommandHandler::messageWindow() const
+{
+    return living(m_message);
+}
+
+CWnd* CVexCommandHandler::historyWindow() const
+{
+    return living(m_history);
+}
+
+void CVexCommandHandler::setLastEntity(CVexDbEntity* entity)
+{
+    // Only the entity that bears the mark tells its end: a host may delete what a command made.
+    if (m_lastEntity != nullptr) {
+        m_lastEntity->m_isLastMade = false;
+    }
+    m_lastEntity = entity;
+    if (entity != nullptr) {
+        entity->m_isLastMade = true;
     }
 }
 
-void CVexCommandHandler::RemoveTrackersOf(const CVexDbEntity* entity)
+void CVexCommandHandler::leave()
 {
-    const auto first = std::stable_partition(
-        m_trackers.begin(), m_trackers.end(),
-        [entity](const CVexDbEntityTracker* tracker) { return tracker->GetEntity() != entity; });
-    const std::vector<CVexDbEntityTracker*> dropped(first, m_trackers.end());
-    m_trackers.erase(first, m_trackers.end());
-    for (CVexDbEntityTracker* tracker : dropped) {
-        delete tracker;
+    if (--m_busy == 0) {
+        m_inputLost = false;
+        freeAbandoned();
     }
 }
 
-void CVexCommandHandler::ClearTrackers()
+bool CVexCommandHandler::takeQuit()
 {
-    // The list is empty before the first one dies: a tracker's end may look at it.
-    const std::vector<CVexDbEntityTracker*> dropped = std::exchange(m_trackers, {});
-    for (CVexDbEntityTracker* tracker : dropped) {
-        delete tracker;
-    }
+    return std::exchange(m_quitKept, false);
 }
 
-void CVexCommandHandler::TrackerDraw(CDC* dc)
+void CVexCommandHandler::clearSnaps()
 {
-    if (dc == nullptr) {
+    if (m_database == nullptr) {
         return;
     }
-    for (CVexDbEntityTracker* tracker : m_trackers) {
-        tracker->Draw(dc);
-    }
+    VexDbDrawingSettings_tag& settings = m_database->settings();
+    settings.m_bSnapIntersection = false;
+    settings.m_bSnapCenter = false;
+    settings.m_bSnapNearest = false;
 }

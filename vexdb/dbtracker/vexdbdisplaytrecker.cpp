@@ -5,6 +5,7 @@
 #include "platform/window/vexbackend.h"
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
+#include "vexdb/dbtracker/vexropscope.h"
 #include "vexdb/vexdbdatabase.h"
 
 namespace {
@@ -12,29 +13,6 @@ namespace {
 constexpr COLORREF kBandColor = 0x00ffff;
 constexpr wchar_t kWindowZoom = L'W';
 constexpr wchar_t kRealTimePan = L'R';
-
-/// A raster operation for a scope; nothing without a context.
-class RopScope {
-public:
-    RopScope(CDC* dc, int operation) : m_dc(dc)
-    {
-        if (m_dc != nullptr) {
-            m_before = m_dc->SetROP2(operation);
-        }
-    }
-    ~RopScope()
-    {
-        if (m_dc != nullptr) {
-            m_dc->SetROP2(m_before);
-        }
-    }
-    RopScope(const RopScope&) = delete;
-    RopScope& operator=(const RopScope&) = delete;
-
-private:
-    CDC* m_dc;
-    int m_before = R2_COPYPEN;
-};
 
 /// The mouse for a scope. A capture that somebody else took meanwhile is left to him.
 class CaptureScope {
@@ -117,7 +95,7 @@ bool CVexDbDisplayTrecker::TrackHandle(CWnd* window, CPoint p)
         return false;
     }
     const CaptureScope capture(*window);
-    const RopScope xorPen(m_context, R2_XORPEN);
+    const VexRopScope xorPen(m_context, R2_XORPEN);
     m_current = p;
     m_previous = p;
     SetStartPoint(p);
@@ -171,7 +149,7 @@ void CVexDbDisplayTrecker::dispatch(CWnd& window, const MSG& message)
     const bool shown = m_rubberShown;
     takeBandOff();
     {
-        const RopScope copyPen(m_context, R2_COPYPEN);
+        const VexRopScope copyPen(m_context, R2_COPYPEN);
         DispatchMessageW(&message);
     }
     if (shown) {
@@ -207,7 +185,7 @@ void CVexDbDisplayTrecker::panTo(CPoint device)
     if (m_current == m_previous) {
         return;
     }
-    const RopScope copyPen(m_context, R2_COPYPEN);
+    const VexRopScope copyPen(m_context, R2_COPYPEN);
     ChangeDisplay();
     m_previous = m_current;
     SetStartPoint(m_previous);
@@ -216,7 +194,7 @@ void CVexDbDisplayTrecker::panTo(CPoint device)
 void CVexDbDisplayTrecker::changeUnbanded()
 {
     takeBandOff();
-    const RopScope copyPen(m_context, R2_COPYPEN);
+    const VexRopScope copyPen(m_context, R2_COPYPEN);
     ChangeDisplay();
 }
 

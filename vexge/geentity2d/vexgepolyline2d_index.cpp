@@ -4,6 +4,7 @@
 #include "vexge/geentity2d/vexgepolyline2d_walk.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -22,6 +23,23 @@ constexpr double kRounding = 1e-12;
 VexGeBox boxOf(const CVexGePoint2d& a, const CVexGePoint2d& b)
 {
     return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+/// Both coordinates of a point at once: a minimum or maximum of the two is one instruction.
+using Pair [[gnu::vector_size(2 * sizeof(double))]] = double;
+
+/// The box of the points from `point` to `end` exclusive, of which there is at least one. One that
+/// is not a number is passed over, unless it is the first: then nothing is ruled out.
+VexGeBox boxOfPoints(const CVexGePoint2d* point, const CVexGePoint2d* end)
+{
+    Pair low{point->x, point->y};
+    Pair high = low;
+    while (++point != end) {
+        const Pair here{point->x, point->y};
+        low = here < low ? here : low;
+        high = high < here ? here : high;
+    }
+    return {low[0], low[1], high[0], high[1]};
 }
 
 /// The box of an arc with 0.001 radians beyond each end, and 0.001 around: ends that near are the
@@ -48,7 +66,15 @@ VexGeBox arcBox(const CVexGePoint2d& a, const CVexGePoint2d& b, double bulge)
 
 bool isStraight(const std::vector<double>& bulges)
 {
-    // Without an early end the loop runs on several at a time.
+    // Nearly all chains have bulges of plain zero; without an early end the loops run on several
+    // at a time.
+    std::uint64_t bits = 0;
+    for (const double bulge : bulges) {
+        bits |= std::bit_cast<std::uint64_t>(bulge);
+    }
+    if (bits == 0) {
+        return true;
+    }
     std::int64_t bent = 0;
     for (const double bulge : bulges) {
         bent |= std::fabs(bulge) <= kGeStraightBulge ? 0 : 1;
@@ -101,8 +127,8 @@ VexGeSegmentIndex::VexGeSegmentIndex(std::vector<VexGeBox> boxes)
 
 VexGeBox VexGeSegmentIndex::boxOf(std::size_t from, std::size_t to) const
 {
-    VexGeBox all = box(from);
     if (m_points == nullptr) {
+        VexGeBox all = m_leafBoxes[from];
         for (std::size_t i = from + 1; i < to; ++i) {
             all.include(m_leafBoxes[i]);
         }
@@ -110,10 +136,7 @@ VexGeBox VexGeSegmentIndex::boxOf(std::size_t from, std::size_t to) const
     }
     // A vertex that is not a number may be passed over: its segments have no hits.
     const std::size_t last = std::min(to, m_vertices - 1);
-    for (std::size_t i = from + 2; i <= last; ++i) {
-        const CVexGePoint2d& point = m_points[i];
-        all.include({point.x, point.y, point.x, point.y});
-    }
+    VexGeBox all = boxOfPoints(m_points + from, m_points + last + 1);
     if (last < to) {
         all.include(box(to - 1)); // the closing segment
     }

@@ -114,14 +114,14 @@ public:
         }
         return false;
     }
-    /// Walks down the tree: calls `visit(from, to)` in rising order for those runs of segments for
-    /// which `enter(box)` is true, with their own box and with each box above it.
+    /// Walks down the tree: calls `visit(box, from, to)` in rising order for those runs of segments
+    /// for which `enter(box)` is true with each box above their own.
     template <class Enter, class Visit>
     void descend(const Enter& enter, const Visit& visit) const
     {
         if (m_levelCount == 0) {
-            if (m_leaves > 0 && enter(boxOf(0, m_leaves))) {
-                visit(std::size_t{0}, m_leaves);
+            if (m_leaves > 0) {
+                visit(boxOf(0, m_leaves), std::size_t{0}, m_leaves);
             }
             return;
         }
@@ -178,13 +178,11 @@ private:
     {
         const std::size_t below = level == 0 ? m_leaves : m_levels[level - 1].count;
         for (std::size_t i = from; i < to; ++i) {
-            if (!enter(m_nodes[m_levels[level].offset + i])) {
-                continue;
-            }
+            const VexGeBox& box = m_nodes[m_levels[level].offset + i];
             const std::size_t end = std::min((i + 1) * kFan, below);
             if (level == 0) {
-                visit(i * kFan, end);
-            } else {
+                visit(box, i * kFan, end);
+            } else if (enter(box)) {
                 descendLevel(level - 1, i * kFan, end, enter, visit);
             }
         }

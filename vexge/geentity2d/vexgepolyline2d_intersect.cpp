@@ -97,7 +97,11 @@ void eachCandidates(const CVexGePolyline2d& chain, const CVexGePolyline2d& other
     const VexGeSegmentIndex own(chain);
     const VexGeSegmentIndex others(other);
     const double margin = 2.0 * tol + own.rounding() + others.rounding();
-    std::vector<std::pair<std::size_t, std::size_t>> runs;
+    struct Near {
+        std::size_t segment;
+        VexGeBox box;
+    };
+    std::vector<Near> near; // the segments of `other` beside a run of `chain`
     std::vector<std::size_t> candidates;
     const auto meeting = [margin](const VexGeBox& box) {
         return [reach = box.grownBy(margin)](const VexGeBox& b) { return !b.apartFrom(reach); };
@@ -105,21 +109,25 @@ void eachCandidates(const CVexGePolyline2d& chain, const CVexGePolyline2d& other
     const auto meetsAny = [&](const VexGeBox& box) {
         return others.searchRuns(meeting(box), 0, [](std::size_t, std::size_t) { return true; });
     };
-    own.descend(meetsAny, [&](std::size_t from, std::size_t to) {
-        runs.clear();
-        others.searchRuns(meeting(own.boxOf(from, to)), 0,
-                          [&](std::size_t first, std::size_t last) {
-                              runs.emplace_back(first, last);
-                              return false;
-                          });
-        for (std::size_t i = from; i < to; ++i) {
+    own.descend(meetsAny, [&](const VexGeBox& box, std::size_t from, std::size_t to) {
+        near.clear();
+        const auto meetsRun = meeting(box);
+        others.searchRuns(meetsRun, 0, [&](std::size_t first, std::size_t last) {
+            for (std::size_t k = first; k < last; ++k) {
+                const VexGeBox there = others.box(k);
+                if (meetsRun(there)) {
+                    near.push_back({k, there});
+                }
+            }
+            return false;
+        });
+        for (std::size_t i = from; i < to && !near.empty(); ++i) {
             candidates.clear();
             const auto meets = meeting(own.box(i));
-            for (const auto& [first, last] : runs) {
-                others.searchRun(meets, first, last, [&](std::size_t k) {
-                    candidates.push_back(k);
-                    return false;
-                });
+            for (const Near& there : near) {
+                if (meets(there.box)) {
+                    candidates.push_back(there.segment);
+                }
             }
             if (!candidates.empty()) {
                 visit(i, candidates);

@@ -102,8 +102,7 @@ private:
     void trimPrev(const Crossing& crossing);
     void trimCur(const Crossing& crossing);
     void fillet(double bulgeAtStart);
-    void filletToArc();
-    [[nodiscard]] bool fillTurnsLeft() const;
+    [[nodiscard]] bool filletIsClockwise() const;
 
     VexGeOffsetChain& m_chain;
     VexGeOffsetSegment& m_prev;

@@ -113,7 +113,7 @@ void VexGeOffsetCorner::lineToArc()
     }
     const auto crossing = crossingWithLine(m_prev.line(), m_cur.arc());
     if (!crossing) {
-        filletToArc();
+        fillet(m_cur.signedBulge());
         return;
     }
     if (crossing->onOne()) {
@@ -162,26 +162,26 @@ void VexGeOffsetCorner::arcToArc()
     m_chain.push(crossing->point, m_cur.signedBulge());
 }
 
-bool VexGeOffsetCorner::fillTurnsLeft() const
+bool VexGeOffsetCorner::filletIsClockwise() const
 {
-    return winding(m_prev.end(), m_cur.start(), m_cur.thirdPoint()) != 0;
+    const CVexGePoint2d end = m_prev.end();
+    const CVexGePoint2d start = m_cur.start();
+    const bool clockwise = winding(end, start, m_cur.thirdPoint()) == 0;
+    // The third point is on the wrong side of the two ends where `cur` bends back by more than the
+    // corner turns. The arc would then run the long way round the vertex, across the source, and
+    // the clipping would drop the whole chain for it.
+    const double run = notNegativeAngle(m_vertex.angleTo(start) - m_vertex.angleTo(end));
+    const double sweep = clockwise ? kGeTwoPi - run : run;
+    return sweep > kGeTwoPi / 2.0 + kGeAngleTol ? !clockwise : clockwise;
 }
 
 void VexGeOffsetCorner::fillet(double bulgeAtStart)
 {
     const CVexGePoint2d end = m_prev.end();
     const CVexGePoint2d start = m_cur.start();
-    const bool clockwise = !fillTurnsLeft();
+    const bool clockwise = filletIsClockwise();
     const CVexGeCircArc2d corner(m_vertex, m_dist, m_vertex.angleTo(end), m_vertex.angleTo(start),
                                  CVexGeVector2d::kXAxis, clockwise);
     m_chain.push(end, clockwise ? -corner.bulge() : corner.bulge());
     m_chain.push(start, bulgeAtStart);
-}
-
-void VexGeOffsetCorner::filletToArc()
-{
-    // A line and the circle of the next arc miss each other only where the arc bends away from the
-    // corner's turn, so the corner's turn tells the sign.
-    const double bulge = m_cur.arc().bulge();
-    fillet(fillTurnsLeft() ? -bulge : bulge);
 }

@@ -54,17 +54,13 @@ bool cornerOf(const Moved& prev, const Moved& cur, CVexGePoint2d& corner)
 {
     // The formula is that of CVexGeLine2d::intersectWith, term by term: the result has its bits.
     const CVexGeVector2d p13 = prev.start - cur.start;
-    const double d1343 = p13.dotProduct(cur.run);
-    const double d4321 = cur.run.dotProduct(prev.run);
-    const double d1321 = p13.dotProduct(prev.run);
-    const double d4343 = cur.run.dotProduct(cur.run);
-    const double d2121 = prev.run.dotProduct(prev.run);
-    const double denominator = d2121 * d4343 - d4321 * d4321;
-    if (!(denominator > kLeastSineSqrd * d2121 * d4343 &&
-          denominator > 2.0 * kGeParallelDenominator)) {
+    const double turn = prev.run.x * cur.run.y - prev.run.y * cur.run.x;
+    const double turnSqrd = turn * turn;
+    if (!(turnSqrd > kLeastSineSqrd * prev.run.lengthSqrd() * cur.run.lengthSqrd() &&
+          turnSqrd > 2.0 * kGeParallelDenominator)) {
         return straightCornerOf(prev, cur, corner);
     }
-    const double param = (d1343 * d4321 - d1321 * d4343) / denominator;
+    const double param = (cur.run.x * p13.y - cur.run.y * p13.x) / turn;
     corner = prev.start + prev.run * param;
     // On the inner side the crossing lies on both, on the outer one beyond both or, so near that it
     // counts as on them, on both. Anything between is left to the tables.

@@ -1,0 +1,95 @@
+#include "platform/window/cwnd.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+// Editing commands act on the selection, noun first; all others start from a clean one.
+constexpr int kFirstEditing = 22;
+constexpr int kLastEditing = 35;
+
+bool keepsSelection(VexDb::CommandID id)
+{
+    return id >= kFirstEditing && id <= kLastEditing;
+}
+
+} // namespace
+
+const CVexCommandHandler::CommandRow* CVexCommandHandler::commandOf(VexDb::CommandID id)
+{
+    static constexpr std::array kCommands = {
+        CommandRow{VexDb::CmdLine, L"LINE", &CVexCommandHandler::CommandLine},
+        CommandRow{VexDb::CmdArc, L"ARC", nullptr},
+        CommandRow{VexDb::CmdCircle, L"CIRCLE", nullptr},
+        CommandRow{VexDb::CmdEllipse, L"ELLIPSE", nullptr},
+        CommandRow{VexDb::CmdEllipseArc, L"ELLIPSEARC", nullptr},
+        CommandRow{VexDb::CmdPolyline, L"POLYLINE", nullptr},
+        CommandRow{VexDb::CmdArcPolyline, L"ARCPOLYLINE", nullptr},
+        CommandRow{VexDb::CmdPolygon, L"POLYGON", nullptr},
+        CommandRow{VexDb::CmdPolyStar, L"POLYSTAR", nullptr},
+        CommandRow{VexDb::CmdSpiral, L"SPIRAL", nullptr},
+        CommandRow{VexDb::CmdSpline, L"SPLINE", nullptr},
+        CommandRow{VexDb::CmdCSpline, L"CSPLINE", nullptr},
+        CommandRow{VexDb::CmdCobweb, L"COBWEB", nullptr},
+        CommandRow{VexDb::CmdHatch, L"HATCH", nullptr},
+        CommandRow{VexDb::CmdText, L"TEXT", nullptr},
+        CommandRow{VexDb::CmdRect, L"RECT", nullptr},
+        CommandRow{VexDb::CmdBox, L"BOX", nullptr},
+        CommandRow{VexDb::CmdDim, L"DIM", nullptr},
+        CommandRow{VexDb::CmdErase, L"ERASE", nullptr},
+        CommandRow{VexDb::CmdArray, L"ARRAY", nullptr},
+        CommandRow{VexDb::CmdCopy, L"COPY", nullptr},
+        CommandRow{VexDb::CmdCopyRotate, L"COPYROTATE", nullptr},
+        CommandRow{VexDb::CmdMirror, L"MIRROR", nullptr},
+        CommandRow{VexDb::CmdRotate, L"ROTATE", nullptr},
+        CommandRow{VexDb::CmdScale, L"SCALE", nullptr},
+        CommandRow{VexDb::CmdMove, L"MOVE", nullptr},
+        CommandRow{VexDb::CmdExplode, L"EXPLODE", nullptr},
+        CommandRow{VexDb::CmdExtend, L"EXTEND", nullptr},
+        CommandRow{VexDb::CmdTrim, L"TRIM", nullptr},
+        CommandRow{VexDb::CmdPolylineEdit, L"POLYLINEEDIT", nullptr},
+    };
+    const auto row = std::ranges::find(kCommands, id, &CommandRow::id);
+    return row == kCommands.end() ? nullptr : &*row;
+}
+
+CVexDbEntity* CVexCommandHandler::DoCommand(VexDb::CommandID id, unsigned long& step)
+{
+    if (isBusy() || m_database == nullptr) {
+        return nullptr;
+    }
+    const VexBusyScope busy(*this);
+    if (!keepsSelection(id)) {
+        ClearTracker(false);
+    }
+    const CommandRow* row = commandOf(id);
+    if (row == nullptr) {
+        return nullptr;
+    }
+    if (row->run == nullptr) {
+        ++m_refusals;
+        appendHistory(CString(row->name) + L" is not available yet.");
+        return nullptr;
+    }
+    return (this->*row->run)(step);
+}
+
+bool CVexCommandHandler::RunCommand(unsigned long number)
+{
+    if (number != 0) {
+        m_lastCommand = number; // before it runs: it may be the one that closes the drawing
+        if (CWnd* display = GetDispWindow(); display != nullptr) {
+            display->SendMessage(WM_COMMAND, number, 0);
+        }
+    }
+    return true;
+}
+
+void CVexCommandHandler::SetLastCommand(unsigned long number)
+{
+    m_lastCommand = number;
+    appendToHistory(m_inputText);
+    endLine();
+}

@@ -9,4 +9,5 @@ ExitCode runInfo(const Options& options);
 ExitCode runCheck(const Options& options);
 ExitCode runDump(const Options& options);
 ExitCode runRender(const Options& options);
+ExitCode runRun(const Options& options);
 ExitCode runScrub(const Options& options);

@@ -22,7 +22,8 @@ ExitCode dispatch(const CLI::App& app, const Options& options)
     };
     static constexpr std::array kRows{Row{"new", runNew},       Row{"info", runInfo},
                                       Row{"check", runCheck},   Row{"dump", runDump},
-                                      Row{"render", runRender}, Row{"scrub", runScrub}};
+                                      Row{"render", runRender}, Row{"run", runRun},
+                                      Row{"scrub", runScrub}};
     const std::string name = app.get_subcommands().front()->get_name();
     for (const Row& row : kRows) {
         if (name == row.name) {

@@ -88,6 +88,26 @@ void addRender(CLI::App& app, Options& options)
                   "Every stroke in the colour that stands against the background");
 }
 
+void addRun(CLI::App& app, Options& options)
+{
+    CLI::App* sub = subcommand(app, "run", "Play what a person would type, and save the drawing",
+                               "run lines.scr -o lines.zpl",
+                               "run lines.scr -i pipes.zpl -o more.zpl --png more.png -v");
+    sub->add_option("script", options.script,
+                    "Text file, a line an answer; ';' begins a comment, '@' a mouse or key action")
+        ->required()
+        ->type_name("FILE");
+    sub->add_option("-i,--input", options.input, "Drawing to begin with (default: a new one)")
+        ->type_name("FILE");
+    sub->add_option("-o,--output", options.output, "Drawing file to write (.zpl)")
+        ->required()
+        ->type_name("FILE");
+    sub->add_option("--png", options.png, "Also write a picture of the drawing")->type_name("FILE");
+    sub->add_flag("-v,--verbose", options.verbose, "Prompts and history on standard error");
+    sub->add_flag("--keep-going", options.keepGoing,
+                  "Go on behind a refused line, and save what came of the others");
+}
+
 void addScrub(CLI::App& app, Options& options)
 {
     CLI::App* sub =
@@ -118,8 +138,8 @@ std::unique_ptr<CLI::App> makeCommandLine(Options& options)
     app->add_flag("-q,--quiet", options.quiet, "No progress and no warnings on standard error");
     app->require_subcommand(1);
     app->footer("Data goes to standard output, all else to standard error.\n"
-                "Exit: 0 good, 1 the drawing has faults, 2 wrong use, 3 input unreadable, 4 output "
-                "unwritable.\n\n"
+                "Exit: 0 good, 1 the drawing has faults or a line of a script was refused, 2 wrong "
+                "use, 3 input unreadable, 4 output unwritable.\n\n"
                 "Examples:\n  vextool new pipes.zpl --from pipes.jsonl\n  vextool render pipes.zpl "
                 "-o pipes.pdf");
     addNew(*app, options);
@@ -127,6 +147,7 @@ std::unique_ptr<CLI::App> makeCommandLine(Options& options)
     addCheck(*app, options);
     addDump(*app, options);
     addRender(*app, options);
+    addRun(*app, options);
     addScrub(*app, options);
     addDocs(*app, options);
     return app;

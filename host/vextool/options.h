@@ -26,6 +26,11 @@ struct Options {
     std::string scale;
     std::string background = "black";
     bool mono = false;
+    // run
+    std::string script;
+    std::string png;
+    bool verbose = false;
+    bool keepGoing = false;
     // scrub
     bool inPlace = false;
     // docs

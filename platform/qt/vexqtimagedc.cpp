@@ -73,6 +73,16 @@ CVexQtImageDC::CVexQtImageDC(std::shared_ptr<QImage> image, bool memory) : m_mem
     paintOn(std::move(image));
 }
 
+CVexQtImageDC::CVexQtImageDC(QSize size)
+{
+    auto image = whiteImage(size);
+    if (image == nullptr) {
+        image = std::make_shared<QImage>(1, 1, QImage::Format_RGB32);
+        image->fill(Qt::white);
+    }
+    paintOn(std::move(image));
+}
+
 CVexQtImageDC::~CVexQtImageDC()
 {
     paintOn(nullptr);
@@ -105,6 +115,18 @@ void CVexQtImageDC::paintOn(std::shared_ptr<QImage> image)
     VEX_ASSERT(m_image->format() == QImage::Format_RGB32, "raster operations need RGB32 pixels");
     const bool begun = m_imagePainter.begin(m_image.get());
     setPainter(begun ? &m_imagePainter : nullptr, m_image->size());
+}
+
+bool CVexQtImageDC::resize(QSize size)
+{
+    auto image = m_memory ? nullptr : whiteImage(size);
+    if (image == nullptr) {
+        return false;
+    }
+    image->fill(toQColor(GetBkColor()));
+    QPainter(image.get()).drawImage(QPoint(0, 0), *m_image);
+    paintOn(std::move(image));
+    return true;
 }
 
 CBitmap* CVexQtImageDC::SelectObject(CBitmap* bitmap)

@@ -37,8 +37,14 @@ public:
     [[nodiscard]] const QImage* image() const { return m_image.get(); }
     CBitmap* SelectObject(CBitmap* bitmap) override;
     using CDC::SelectObject;
+    /// Gives a context on an image of its own another size. What fits of the picture stays where it
+    /// is, the rest is of the background colour. False, with nothing changed, for a memory context
+    /// and where the image cannot be made.
+    bool resize(QSize size);
 
 protected:
+    /// On an image of its own, white at first; where that cannot be made, on one of one pixel.
+    explicit CVexQtImageDC(QSize size);
     [[nodiscard]] COLORREF devicePixelAt(CPoint point) const override;
 
 private:

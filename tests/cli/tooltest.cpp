@@ -103,6 +103,43 @@ TEST_F(ToolTest, DumpAndNewKeepWhatNoPictureShows)
     EXPECT_EQ(std::regex_replace(run("dump b.zpl").out, id, ""), std::regex_replace(first, id, ""));
 }
 
+TEST_F(ToolTest, FixedBlocksComeBackByteForByteThroughADump)
+{
+    write(
+        "blocks.jsonl",
+        R"({"kind":"settings","gridStep":2.5,"reserved06":9,"reserved10":4294967295,"reserved38":0.1})"
+        "\n"
+        R"({"kind":"dimsettings","arrowBlock":"dot","angularPlaces":-4,"arrowSize":3.25,)"
+        R"("lengthFactor":25.4,"reserved8e":7,"reservedE0":1e300})"
+        "\n"
+        R"({"kind":"plane","a":0,"b":0.6,"c":0.8,"d":-12.5})"
+        "\n"
+        R"({"kind":"project","first":"Plant 4","second":"Steam"})"
+        "\n");
+    ASSERT_EQ(run("new a.zpl --from blocks.jsonl").code, 0);
+    write("a.jsonl", run("dump a.zpl").out);
+    ASSERT_EQ(run("new b.zpl --from a.jsonl").code, 0);
+    const std::string first = content(path("a.zpl"));
+    const std::string second = content(path("b.zpl"));
+    // From the settings at 0x543e to the end of the plane: 0x4b0, 0xe8 and 32 bytes.
+    ASSERT_GT(first.size(), 0x543eu + 0x4b0 + 0xe8 + 32);
+    EXPECT_EQ(first.substr(0x543e, 0x4b0 + 0xe8 + 32), second.substr(0x543e, 0x4b0 + 0xe8 + 32));
+    EXPECT_EQ(first.substr(0x543e + 0x4b0, 6), std::string("d\0o\0t\0", 6));
+    EXPECT_EQ(first.substr(0x543e + 0x4b0 + 0x80, 2), std::string("\xfc\xff"));
+    EXPECT_NE(run("dump b.zpl").out.find(R"("kind":"project","first":"Plant 4","second":"Steam")"),
+              std::string::npos);
+}
+
+TEST_F(ToolTest, ADimensionSettingOutOfItsRangeIsToldWithItsRange)
+{
+    write("wrong.jsonl", R"({"kind":"dimsettings","lineColor":32768})"
+                         "\n");
+    const ToolResult result = run("new a.zpl --from wrong.jsonl");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, "vextool: wrong.jsonl, line 1: \"lineColor\" is not a whole number from "
+                          "-32768 to 32767\n");
+}
+
 TEST_F(ToolTest, DeepNestingIsRefusedBeforeItFillsTheStack)
 {
     write("deep.jsonl", "{\"kind\":\"line\",\"start\":" + std::string(500000, '[') +

@@ -49,6 +49,23 @@ void addEntities(CVexDbDatabase& drawing)
     drawing.addEntity(new CVexDbPoint(CVexGePoint2d(7.0, 8.0)), id);
 }
 
+// What is typed and clicked (see fuzz_session.cpp for the bytes), scripts and the text files.
+void putSession(const std::filesystem::path& corpus)
+{
+    put(corpus / "session/line", std::string_view("\x00\x01\x02\x03\x04\x06\x0f\x07\x04\x0a\x0f"
+                                                  "\x0b\x04\x04",
+                                                  14));
+    put(corpus / "session/grip",
+        std::string_view("\xb0\x00\x60\x01\x40\x40\x60\x01\x80\x40\x60\x04\x80\x40\x60\x01"
+                         "\x50\x40\x60\x01\x80\x40\x60\x00\x80\x60\x60\x02\x80\x60",
+                         30));
+    put(corpus / "script/line", "LINE\n1,1\n5<90\n\nu\nredo\n");
+    put(corpus / "script/grip",
+        "line 10,10 50,10\n\n@click 20,10\n@press 50,10\n@release 60,20\n@key Delete\n");
+    put(corpus / "commands/short", "; names\n101 LINE L ;\n2001\tUNDO U; take back\nno end\n");
+    put(corpus / "messages/short", "; prompts\nSpecify start point: ;\n\nno end\nText;more;\n");
+}
+
 } // namespace
 
 int main(int count, char** arguments)
@@ -69,6 +86,7 @@ int main(int count, char** arguments)
     putTail(corpus / "reader/entities", filled);
     putBlocks(corpus / "blocks/view", filled);
     put(corpus / "linetype/dashed", "*DASHED,__ __ __\nA,0.5,-0.25\n");
+    putSession(corpus);
     put(corpus / "linetype/dots",
         "; dots\n*DOT,. . .\nA,0,-0.2\n*DASHDOT,__ . __\nA,.5,-.25,0,-.25\n");
     return 0;

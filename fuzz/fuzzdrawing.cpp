@@ -16,8 +16,6 @@ const char* __asan_default_options()
     return "malloc_context_size=4:quarantine_size_mb=8";
 }
 
-namespace {
-
 void require(bool holds, const char* what)
 {
     if (!holds) {
@@ -32,6 +30,8 @@ void requireWhole(CVexDbDatabase& drawing)
         require(false, fault.utf8().c_str());
     }
 }
+
+namespace {
 
 bool readFile(CVexDbDatabase& drawing, const std::vector<std::byte>& bytes)
 {

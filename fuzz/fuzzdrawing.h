@@ -29,6 +29,10 @@ public:
     void report(const CString&) override {}
 };
 
+/// Aborts the process, with these words, when something that must hold does not.
+void require(bool holds, const char* what);
+/// Every fault of the drawing's structure aborts.
+void requireWhole(CVexDbDatabase& drawing);
 /// The drawing as a file.
 std::vector<std::byte> savedDrawing(CVexDbDatabase& drawing);
 /// Reads the file into a fresh drawing and uses that as a host does: check, draw, query, save, read

@@ -433,7 +433,7 @@ TEST_F(MultiTest, EachMoveGoesToTheViewInOneBlock)
     });
     moveAt(21, 20);
     moveAt(22, 20);
-    whileWaiting([this] { EXPECT_EQ(2, blocks()); });
+    whileWaiting([this] { EXPECT_EQ(2 * 2, blocks()) << "the picture and, in it, the drawing"; });
     press(VK_ESCAPE);
     track(VexDb::TransFormMove);
     expectEnded();

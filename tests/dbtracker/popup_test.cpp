@@ -337,17 +337,16 @@ TEST_F(PopupTest, ATargetFarAwayIsMetExactly)
     EXPECT_LINE(10.0, 10.0, 20.0, 10.0, *line);
 }
 
-TEST_F(PopupTest, AnEntityErasedUnderItsMenuEndsTheActionQuietly)
+TEST_F(PopupTest, AnEntityErasedUnderItsMenuIsNotTurnedByWhatIsTypedNext)
 {
-    for (const unsigned id : {kPopupMove, kPopupRotate, kPopupScale, kPopupMirrorLine}) {
-        CVexDbLine* const doomed = selectLine({10, 30}, {20, 30});
-        moveAt(25, 32);
-        whileWaiting([doomed] { doomed->Erase(); });
-        choose(id, {20, 30});
-        EXPECT_EQ(0u, backend.queued()) << id;
-        EXPECT_EQ(nullptr, GetCapture()) << id;
-        EXPECT_EQ(1u, handler().trackers().size()) << id;
-    }
+    moveAt(25, 12);
+    whileWaiting([this] { line->Erase(); });
+    type(L"90\n");
+    choose(kPopupRotate);
+    EXPECT_EQ(3u, backend.queued()) << "the action ended with its entity";
+    EXPECT_EQ(nullptr, GetCapture());
+    EXPECT_TRUE(handler().trackers().empty());
+    EXPECT_LINE(10.0, 10.0, 20.0, 10.0, *line);
     EXPECT_EQ(0u, records());
 }
 

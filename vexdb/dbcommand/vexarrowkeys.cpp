@@ -17,15 +17,19 @@ bool isArrow(WPARAM key)
     return key >= VK_LEFT && key <= VK_DOWN;
 }
 
-/// Pixels that one press goes.
-int stepOf(CVexDbDatabase& database)
+/// Pixels that one press goes: a pixel, or a step of the grid, but never beyond the window.
+int stepOf(CVexDbDatabase& database, const CWnd& window)
 {
     const CVexDbDisplayTableRecord* view = database.displays().getCurrentRecord();
     const VexDbDrawingSettings_tag& settings = database.settings();
     if (!settings.m_bGridSnap || view == nullptr || view->xScale() == 0.0) {
         return 1;
     }
-    return std::max(1, truncateSaturated(settings.m_dGridStep * _dDispScale / view->xScale()));
+    CRect client;
+    window.GetClientRect(client);
+    const int most = std::max({1, client.Width(), client.Height()});
+    const double pixels = settings.m_dGridStep * _dDispScale / view->xScale();
+    return std::clamp(truncateSaturated(pixels), 1, most);
 }
 
 CPoint movedBy(CPoint screen, WPARAM key, int step)
@@ -57,7 +61,7 @@ VexVerdict moveKey(CVexDbDatabase& database, CWnd& window, const MSG& message, b
     }
     CPoint screen;
     GetCursorPos(&screen);
-    screen = movedBy(screen, message.wParam, stepOf(database));
+    screen = movedBy(screen, message.wParam, stepOf(database, window));
     const CPoint client = window.ScreenToClient(screen);
     window.SendMessage(WM_MOUSEMOVE, kMovedByKeys, MAKELPARAM(client.x, client.y));
     SetCursorPos(screen.x, screen.y);

@@ -1,6 +1,7 @@
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/dbtracker/vexdbentitytracker.h"
+#include "vexdb/dbtracker/vexropscope.h"
 
 #include <algorithm>
 #include <utility>
@@ -45,6 +46,7 @@ void CVexCommandHandler::retireTracker(CVexDbEntityTracker* tracker)
 {
     tracker->UnDrawGripBox();
     if (tracker->GetEntity() != nullptr && tracker->getDC() != nullptr) {
+        const VexRopScope copyPen(tracker->getDC(), R2_COPYPEN); // a drag's band may be in XOR
         tracker->GetEntity()->Draw(tracker->getDC());
     }
     tracker->abandon();

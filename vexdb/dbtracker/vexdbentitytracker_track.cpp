@@ -235,6 +235,9 @@ int CVexDbEntityTracker::runDrag(CWnd& window, CPoint device, int grip)
     Drag drag(*this, window, device, grip);
     const bool answered = runPump(*m_handler, window, drag);
     const int result = answered ? drag.result() : static_cast<int>(InputLost);
+    if (!CWnd::isLiving(&window)) {
+        m_dc = nullptr; // its context went with it
+    }
     m_handler->CheckBlipDraw(m_blip);
     if (result != InputPoint) {
         liftPicture();

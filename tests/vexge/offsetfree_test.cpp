@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <numbers>
 #include <random>
 
 // Chains of straight segments made to mislead the short way of the offset, which takes the raw
@@ -58,6 +59,7 @@ private:
         switch (pick(20)) {
         case 0: return 0.0;
         case 1: return between(-3.1, 3.1);
+        case 2: return std::numbers::pi; // straight back
         default: return between(-0.3, 1.0) * most;
         }
     }

@@ -70,33 +70,70 @@ bool isLine(const CVexGePolyline2d& chain, std::size_t segment)
     return chain.segType(static_cast<unsigned>(segment)) == CVexGePolyline2d::kLine;
 }
 
-/// The hits of a chain with itself by parameter, as its own intersection gives them, but for the
-/// joints of neighbouring lines: those are vertices, which are no cuts.
+/// Finds what the segments of a chain hit on the chain itself.
+class SelfHitFinder {
+public:
+    explicit SelfHitFinder(const CVexGePolyline2d& chain)
+        : m_chain(chain), m_index(chain), m_segments(chain)
+    {
+    }
+    [[nodiscard]] std::size_t size() const { return m_index.size(); }
+
+    /// Appends the hits of segment `i`, but for its joints with neighbouring lines: those are
+    /// vertices, which are no cuts.
+    void find(std::size_t i, std::vector<SelfHit>& hits)
+    {
+        const auto own = static_cast<unsigned>(i);
+        m_segments.at(own, [&](const auto& segment) {
+            gather(i, segment, false);
+            if (m_points.size() > 1) {
+                // Of two that are visibly one the first stays; what counts as the next one in the
+                // list depends on the joints, too.
+                gather(i, segment, true);
+                m_chain.CheckSameIntPoints(m_points);
+            }
+            for (const CVexGePoint2d& hit : m_points) {
+                const double along = segment.distAtPoint(hit, kGeEpsilon);
+                hits.push_back({own, travelled(segment, m_chain.getBulgeAt(own), along), hit, 0.0});
+            }
+            return false;
+        });
+    }
+
+private:
+    void gather(std::size_t i, const auto& segment, bool withJoints)
+    {
+        m_points.clear();
+        const VexGeBox reach = m_index.box(i).grownBy(2.0 * kGeEpsilon + m_index.rounding());
+        m_index.search(reach, [&](std::size_t k) {
+            const bool neighbours = i + 1 == k || k + 1 == i;
+            const bool isJoint = neighbours && isLine(m_chain, i) && isLine(m_chain, k);
+            if (!withJoints && (i == k || isJoint)) {
+                return false;
+            }
+            return m_segments.at(static_cast<unsigned>(k), [&](const auto& receiver) {
+                for (const CVexGePoint2d& hit :
+                     hitsOf(receiver, segment, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
+                    m_points.push_back(hit);
+                }
+                return false;
+            });
+        });
+    }
+
+    const CVexGePolyline2d& m_chain;
+    const VexGeSegmentIndex m_index;
+    const VexGeSegmentCache m_segments;
+    std::vector<CVexGePoint2d> m_points; // kept, so that a segment does not allocate
+};
+
+/// The hits of a chain with itself by parameter, as its own intersection gives them.
 std::vector<SelfHit> selfCrossings(const CVexGePolyline2d& chain)
 {
-    const VexGeSegmentIndex index(chain);
-    const VexGeSegmentCache segments(chain);
+    SelfHitFinder finder(chain);
     std::vector<SelfHit> hits;
-    for (std::size_t i = 0; i < index.size(); ++i) {
-        const auto own = static_cast<unsigned>(i);
-        segments.at(own, [&](const auto& segment) {
-            return index.search(
-                index.box(i).grownBy(2.0 * kGeEpsilon + index.rounding()), [&](std::size_t k) {
-                    const bool neighbours = i + 1 == k || k + 1 == i;
-                    if (i == k || (neighbours && isLine(chain, i) && isLine(chain, k))) {
-                        return false;
-                    }
-                    return segments.at(static_cast<unsigned>(k), [&](const auto& receiver) {
-                        for (const CVexGePoint2d& hit :
-                             hitsOf(receiver, segment, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
-                            const double along = segment.distAtPoint(hit, kGeEpsilon);
-                            hits.push_back(
-                                {own, travelled(segment, chain.getBulgeAt(own), along), hit, 0.0});
-                        }
-                        return false;
-                    });
-                });
-        });
+    for (std::size_t i = 0; i < finder.size(); ++i) {
+        finder.find(i, hits);
     }
     if (!hits.empty()) {
         const VexGeRunningLengths lengths(chain);

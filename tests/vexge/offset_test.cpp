@@ -90,6 +90,13 @@ TEST(OffsetTest, RectangleInwardShrinksUntilNothingIsLeft)
     EXPECT_EQ("0,0 20,0 20,10 0,10", text(tooDeep)); // unchanged
 }
 
+// The side alone chooses the direction; commands pass on what was typed.
+TEST(OffsetTest, NegativeDistanceCountsByItsSize)
+{
+    EXPECT_EQ("-2,-2 22,-2 22,12 -2,12 -2,-2", offsetText(rectangle(20, 10), {10, -3}, -2));
+    EXPECT_EQ("2,2 18,2 18,8 2,8 2,2", offsetText(rectangle(20, 10), {10, 3}, -2));
+}
+
 TEST(OffsetTest, ClosedFlagOfTheSourceIsRestored)
 {
     CVexGePolyline2d flagged = rectangle(20, 10);

@@ -1,6 +1,8 @@
 #include "tests/vexge/offsetshapes.h"
 #include "vexge/geentity2d/vexgepolyline2d.h"
 
+#include <cmath>
+#include <numbers>
 #include <vector>
 
 // The clipping by itself, on raw chains laid out by hand: chains that run from one place of the
@@ -16,9 +18,13 @@ public:
     explicit Clipped(const CVexGePolyline2d& source) : CVexGePolyline2d(source) {}
     [[nodiscard]] PolylineList pieces(const Points& chain, const Points& other, double dist) const
     {
+        return pieces(chain, std::vector<double>(chain.size()), other, dist);
+    }
+    [[nodiscard]] PolylineList pieces(const Points& chain, const std::vector<double>& bulges,
+                                      const Points& other, double dist) const
+    {
         PolylineList out;
-        clipOffsetPoly(chain, std::vector<double>(chain.size()), other,
-                       std::vector<double>(other.size()), dist, out);
+        clipOffsetPoly(chain, bulges, other, std::vector<double>(other.size()), dist, out);
         return out;
     }
 };
@@ -31,6 +37,13 @@ const Clipped& slopes()
 }
 
 const Points kCutAtFifteen{{15, -1}, {15, 1}};
+const Points kFarAway{{50, 90}, {60, 90}};
+
+/// What is left of a chain above the top of a post that ends at (5,0), at distance 2.
+PolylineList leftAbovePost(const Points& chain)
+{
+    return Clipped(shapes::chain({{5, 0}, {5, -10}}, false)).pieces(chain, kFarAway, 2.0);
+}
 
 } // namespace
 
@@ -68,4 +81,48 @@ TEST(OffsetClipTest, ContactIsNotLookedForWithoutACut)
     ASSERT_EQ(1U, pieces.size());
     EXPECT_NEAR(9.241, pieces[0]->vertices()[0].x, 0.003);
     EXPECT_NEAR(10.759, pieces[0]->vertices()[1].x, 0.003);
+}
+
+TEST(OffsetClipTest, PieceMayComeNearerByTwoThousandths)
+{
+    const Clipped source(shapes::chain({{0, 0}, {10, 0}}, false));
+    const PolylineList kept = source.pieces({{0, 1.9981}, {10, 1.9981}}, kFarAway, 2.0);
+    ASSERT_EQ(1U, kept.size());
+    EXPECT_EQ(10.0, kept[0]->length());
+    EXPECT_TRUE(source.pieces({{0, 1.9979}, {10, 1.9979}}, kFarAway, 2.0).empty());
+}
+
+TEST(OffsetClipTest, NearApproachLeavesTheTailAndThenTheHead)
+{
+    // The circle of 2 about (5,0) meets y = 1 at 5 - sqrt(3) and 5 + sqrt(3). The head is a new
+    // candidate behind the one in hand.
+    const PolylineList pieces = leftAbovePost({{0, 1}, {10, 1}});
+    ASSERT_EQ(2U, pieces.size());
+    EXPECT_NEAR(5.0 + std::numbers::sqrt3, pieces[0]->vertices().front().x, 1e-9);
+    EXPECT_EQ(10.0, pieces[0]->vertices().back().x);
+    EXPECT_EQ(0.0, pieces[1]->vertices().front().x);
+    EXPECT_NEAR(5.0 - std::numbers::sqrt3, pieces[1]->vertices().back().x, 1e-9);
+}
+
+TEST(OffsetClipTest, HeadOfTwoThousandthsOrLessIsGivenUp)
+{
+    // The cut lies at 3.26795.
+    EXPECT_TRUE(leftAbovePost({{3.2664, 1}, {3.7664, 1}}).empty());
+    const PolylineList longer = leftAbovePost({{3.2645, 1}, {3.7645, 1}});
+    ASSERT_EQ(1U, longer.size());
+    EXPECT_NEAR(0.00345, longer[0]->length(), 1e-5);
+}
+
+TEST(OffsetClipTest, CutSharesTheSweepOfAnArcInTheDirectionOfTravel)
+{
+    // A clockwise half circle about (5,0) from (0,0), cut an eighth of a turn after its start.
+    const Clipped source(shapes::chain({{0, 50}, {1, 50}}, false));
+    const double x = 5.0 - 5.0 * std::cos(std::numbers::pi / 4.0);
+    const PolylineList pieces =
+        source.pieces({{0, 0}, {10, 0}}, {-1.0, 0.0}, {{x, 3}, {x, 4}}, 2.0);
+    ASSERT_EQ(2U, pieces.size());
+    EXPECT_NEAR(-std::tan(std::numbers::pi / 16.0), pieces[0]->getBulgeAt(0), 1e-9);
+    EXPECT_EQ(0.0, pieces[0]->getBulgeAt(1));
+    EXPECT_NEAR(x, pieces[1]->vertices().front().x, 1e-9);
+    EXPECT_NEAR(-std::tan(3.0 * std::numbers::pi / 16.0), pieces[1]->getBulgeAt(0), 1e-9);
 }

@@ -167,6 +167,22 @@ TEST(PolylineIntersectTest, KeyOnAClockwiseArcIsOfTheTravelOnlyAgainstAPolyline)
     EXPECT_NEAR(0.25, byChain.begin()->first, 1e-7);
 }
 
+TEST(PolylineIntersectTest, KeysAgainstArcsAndEllipsesCountFromTheClockwiseArcsOwnStart)
+{
+    // The circle about the start meets the half circle an eighth of a turn after it.
+    const CVexGePolyline2d half = chain({{0, 0, -1.0}, {10, 0}}, false);
+    const double radius = 10.0 * std::sin(kPi / 8.0);
+    const CVexGeEllipArc2d ellipse({0, 0}, CVexGeVector2d::kXAxis, CVexGeVector2d::kYAxis, radius,
+                                   radius);
+    CVexGePolyline2d::ParamMap byArc, byEllipse;
+    int count = 0;
+    half.intersectWith(CVexGeCircArc2d({0, 0}, radius), count, byArc, kNone);
+    half.intersectWith(ellipse, count, byEllipse, kNone);
+    ASSERT_TRUE(byArc.size() == 1U && byEllipse.size() == 1U);
+    EXPECT_NEAR(0.75, byArc.begin()->first, 1e-7);
+    EXPECT_NEAR(0.75, byEllipse.begin()->first, 0.01);
+}
+
 TEST(PolylineIntersectTest, LineAndArcQueriesUseNoHeap)
 {
     const CVexGeCircArc2d arc({0, 0}, {10, 0}, 0.5, true), other({5, 0}, 3.0);

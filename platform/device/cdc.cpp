@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace {
@@ -18,6 +19,12 @@ const CPen& stockPen()
 const CBrush& stockBrush()
 {
     static const CBrush brush(RGB(255, 255, 255));
+    return brush;
+}
+
+const CBrush& hollowBrush()
+{
+    static const CBrush brush(BS_HOLLOW, 0);
     return brush;
 }
 
@@ -197,6 +204,15 @@ int CDC::SetROP2(int operation)
     return std::exchange(m_rop, operation);
 }
 
+int CDC::SetPolyFillMode(int mode)
+{
+    const int before = m_polyFillMode;
+    if (mode == ALTERNATE || mode == WINDING) {
+        m_polyFillMode = mode;
+    }
+    return before;
+}
+
 COLORREF CDC::SetBkColor(COLORREF color)
 {
     return std::exchange(m_background, color);
@@ -274,6 +290,47 @@ void CDC::Rectangle(const CRect& rect)
 void CDC::Ellipse(const CRect& rect)
 {
     deviceEllipse(toDevice(rect));
+}
+
+/// How many chords stand for an arc on this device, `sweep` in radians.
+int CDC::stepsOfArc(int radius, double sweep) const
+{
+    constexpr double kFinest = 2.0 * std::numbers::pi / 4096;
+    constexpr double kCoarsest = 2.0 * std::numbers::pi / 16;
+    constexpr double kSagPixels = 0.25;
+    const double pixels = std::abs(static_cast<double>(radius)) * std::max(xScale(), yScale());
+    const double step = 2.0 * std::acos(std::max(1.0 - kSagPixels / pixels, 0.0));
+    return static_cast<int>(std::ceil(std::abs(sweep) / std::clamp(step, kFinest, kCoarsest)));
+}
+
+void CDC::AngleArc(CPoint centre, int radius, float startDegrees, float sweepDegrees)
+{
+    constexpr double kRadians = std::numbers::pi / 180.0;
+    constexpr double kWholeTurn = 360.0;
+    const double start = static_cast<double>(startDegrees) * kRadians;
+    const double sweep = static_cast<double>(sweepDegrees) * kRadians;
+    const auto at = [&](double angle) {
+        return CPoint(toCoordinate(centre.x + radius * std::cos(angle)),
+                      toCoordinate(centre.y + radius * std::sin(angle)));
+    };
+    const CPoint begin = at(start);
+    if (toDevice(m_position) != toDevice(begin)) { // in XOR a single pixel would be a hole
+        LineTo(begin);
+    }
+    m_position = at(start + sweep);
+    if (std::abs(static_cast<double>(sweepDegrees)) >= kWholeTurn) {
+        const CBrush* const before = SelectObject(&hollowBrush());
+        Ellipse(CRect(moved(centre.x, radius, 0), moved(centre.y, radius, 0),
+                      moved(centre.x, 0, radius), moved(centre.y, 0, radius)));
+        SelectObject(before);
+        return;
+    }
+    const int steps = stepsOfArc(radius, sweep);
+    std::vector<CPoint> chain{begin};
+    for (int i = 1; i <= steps; ++i) {
+        chain.push_back(at(start + sweep * i / steps));
+    }
+    Polyline(chain);
 }
 
 void CDC::FillRect(const CRect& rect, const CBrush* brush)

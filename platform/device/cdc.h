@@ -49,6 +49,9 @@ public:
     // State; each setter returns the value before.
     int SetROP2(int operation);
     [[nodiscard]] int GetROP2() const { return m_rop; }
+    /// ALTERNATE or WINDING, for Polygon; anything else is refused.
+    int SetPolyFillMode(int mode);
+    [[nodiscard]] int GetPolyFillMode() const { return m_polyFillMode; }
     COLORREF SetBkColor(COLORREF color);
     [[nodiscard]] COLORREF GetBkColor() const { return m_background; }
     int SetBkMode(int mode);
@@ -86,6 +89,15 @@ public:
     void Ellipse(int left, int top, int right, int bottom)
     {
         Ellipse(CRect(left, top, right, bottom));
+    }
+    /// A straight stroke from the current position to where the arc begins, if that is another
+    /// pixel, then the arc about `centre`; the current position moves to the arc's end. Degrees; a
+    /// positive sweep runs from x to y in logical coordinates. A whole turn or more is the outline
+    /// of Ellipse. Pen only.
+    void AngleArc(CPoint centre, int radius, float startDegrees, float sweepDegrees);
+    void AngleArc(int x, int y, int radius, float startDegrees, float sweepDegrees)
+    {
+        AngleArc(CPoint(x, y), radius, startDegrees, sweepDegrees);
     }
     /// Fills without the pen and whatever the raster operation is, up to but without the right and
     /// lower device edge; a null or hollow brush fills nothing.
@@ -130,6 +142,7 @@ private:
     /// The points in device coordinates, in a buffer that the next call overwrites.
     std::span<const CPoint> allToDevice(std::span<const CPoint> points);
     void fixIsotropic();
+    [[nodiscard]] int stepsOfArc(int radius, double sweep) const;
 
     int m_mapMode = MM_TEXT;
     CPoint m_windowOrg;
@@ -138,6 +151,7 @@ private:
     CSize m_viewportExt{1, 1};
     CPoint m_position;
     int m_rop = R2_COPYPEN;
+    int m_polyFillMode = ALTERNATE;
     COLORREF m_background = 0xffffff;
     int m_backgroundMode = OPAQUE;
     COLORREF m_textColor = 0;

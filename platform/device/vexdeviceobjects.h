@@ -23,16 +23,25 @@ private:
     std::uint64_t m_stamp;
 };
 
-/// A brush: solid in a colour, or hollow.
+/// A brush: solid in a colour, hatched with lines of it, or hollow.
 class VEXPLATFORM_EXPORT CBrush : public CVexDeviceObject {
 public:
     explicit CBrush(COLORREF color) : m_color(color) {}
     CBrush(BrushStyle style, COLORREF color) : m_style(style), m_color(color) {}
+    /// Hatched; a style that does not exist makes the brush hollow.
+    CBrush(HatchStyle hatch, COLORREF color)
+        : m_style(hatch >= HS_HORIZONTAL && hatch <= HS_DIAGCROSS ? BS_HATCHED : BS_HOLLOW),
+          m_hatch(hatch), m_color(color)
+    {
+    }
     [[nodiscard]] BrushStyle style() const { return m_style; }
+    /// The lines of a hatched brush.
+    [[nodiscard]] HatchStyle hatch() const { return m_hatch; }
     [[nodiscard]] COLORREF color() const { return m_color; }
 
 private:
     BrushStyle m_style = BS_SOLID;
+    HatchStyle m_hatch = HS_HORIZONTAL;
     COLORREF m_color;
 };
 

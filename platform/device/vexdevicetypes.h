@@ -48,7 +48,21 @@ enum PenStyle : int {
     PS_GEOMETRIC_USERSTYLE = 0x10007, // geometric, dashes from an array of logical lengths
 };
 
-enum BrushStyle : int { BS_SOLID = 0, BS_HOLLOW = 1 };
+enum BrushStyle : int { BS_SOLID = 0, BS_HOLLOW = 1, BS_HATCHED = 2 };
+
+/// The lines of a hatched brush; the numbers stand in drawings. What lies between them stays.
+enum HatchStyle : int {
+    HS_HORIZONTAL = 0,
+    HS_VERTICAL = 1,
+    HS_FDIAGONAL = 2, // falling to the right
+    HS_BDIAGONAL = 3, // rising to the right
+    HS_CROSS = 4,     // horizontal and vertical
+    HS_DIAGCROSS = 5, // both diagonals
+};
+
+/// What of an area that crosses itself is inside: what a ray leaves an odd number of times, or
+/// everything that the outline goes round.
+enum PolygonFillMode : int { ALTERNATE = 1, WINDING = 2 };
 
 enum BackgroundMode : int { TRANSPARENT = 1, OPAQUE = 2 };
 

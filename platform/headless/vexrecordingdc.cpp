@@ -106,7 +106,8 @@ VexStroke& CVexRecordingDC::record(VexStroke::Kind kind, std::vector<CPoint> poi
                          .color = pen.color(),
                          .dashes = pen.dashes(),
                          .brushStyle = brush.style(),
-                         .brushColor = brush.color()});
+                         .brushColor = brush.color(),
+                         .hatch = brush.style() == BS_HATCHED ? brush.hatch() : HS_HORIZONTAL});
     return m_strokes.back();
 }
 
@@ -122,7 +123,8 @@ void CVexRecordingDC::devicePolyline(std::span<const CPoint> points)
 
 void CVexRecordingDC::devicePolygon(std::span<const CPoint> points)
 {
-    record(VexStroke::Kind::kPolygon, {points.begin(), points.end()});
+    record(VexStroke::Kind::kPolygon, {points.begin(), points.end()}).polyFillMode =
+        GetPolyFillMode();
 }
 
 void CVexRecordingDC::deviceRectangle(const CRect& rect)

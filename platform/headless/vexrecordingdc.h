@@ -16,6 +16,8 @@ struct VexStroke {
     std::vector<int> dashes;
     BrushStyle brushStyle = BS_SOLID;
     COLORREF brushColor = 0;
+    HatchStyle hatch = HS_HORIZONTAL; // of a hatched brush
+    int polyFillMode = ALTERNATE;     // of a polygon
 
     friend bool operator==(const VexStroke&, const VexStroke&) = default;
 };

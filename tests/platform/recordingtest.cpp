@@ -1,6 +1,8 @@
 #include "platform/headless/vexrecordingdc.h"
 
 #include <array>
+#include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -56,6 +58,70 @@ TEST(RecordingTest, EveryKindOfStrokeIsTold)
     EXPECT_EQ((Points{{1, 2}, {9, 8}}), dc.strokes()[2].points) << "corners come sorted";
     EXPECT_EQ(RGB(0, 255, 0), dc.strokes()[4].color);
     EXPECT_EQ(RGB(0, 0, 255), dc.strokes()[5].color);
+}
+
+TEST(AngleArcTest, WholeTurnIsTheOutlineOfAnEllipseBehindAStrokeToItsStart)
+{
+    CVexRecordingDC dc;
+    const CBrush brush(RGB(1, 2, 3));
+    dc.SelectObject(&brush);
+    dc.MoveTo(110, 50);
+    dc.AngleArc(100, 50, 10, 0.0F, 360.0F);
+    dc.AngleArc(CPoint(0, 0), 20, 90.0F, -400.0F);
+    ASSERT_EQ(3U, dc.strokes().size());
+    EXPECT_EQ(Kind::kEllipse, dc.strokes()[0].kind);
+    EXPECT_EQ((Points{{90, 40}, {110, 60}}), dc.strokes()[0].points);
+    EXPECT_EQ(BS_HOLLOW, dc.strokes()[0].brushStyle);
+    EXPECT_EQ(&brush, dc.GetCurrentBrush());
+    EXPECT_EQ((Points{{110, 50}, {0, 20}}), dc.strokes()[1].points);
+    EXPECT_EQ((Points{{-20, -20}, {20, 20}}), dc.strokes()[2].points);
+}
+
+TEST(AngleArcTest, PartOfATurnIsAChainThatEndsWhereTheNextStrokeBegins)
+{
+    CVexRecordingDC dc;
+    dc.MoveTo(100, 0);
+    dc.AngleArc(0, 0, 100, 0.0F, 90.0F);
+    dc.LineTo(5, 5);
+    ASSERT_EQ(2U, dc.strokes().size());
+    const Points& chain = dc.strokes()[0].points;
+    EXPECT_EQ(Kind::kPolyline, dc.strokes()[0].kind);
+    EXPECT_EQ(CPoint(100, 0), chain.front());
+    EXPECT_EQ(CPoint(0, 100), chain.back());
+    EXPECT_LT(8U, chain.size());
+    for (const CPoint& point : chain) {
+        EXPECT_NEAR(100.0, std::hypot(point.x, point.y), 0.71) << point.x << ' ' << point.y;
+    }
+    EXPECT_EQ((Points{{0, 100}, {5, 5}}), dc.strokes()[1].points);
+}
+
+TEST(AngleArcTest, NegativeSweepRunsTheOtherWayAndYUpTurnsBoth)
+{
+    CVexRecordingDC dc;
+    dc.MoveTo(0, 0);
+    dc.AngleArc(0, 0, 100, 0.0F, -90.0F);
+    EXPECT_EQ((Points{{0, 0}, {100, 0}}), dc.strokes()[0].points);
+    EXPECT_EQ(CPoint(0, -100), dc.strokes()[1].points.back());
+    dc.SetMapMode(MM_ISOTROPIC);
+    dc.SetWindowExt(100, 100);
+    dc.SetViewportExt(200, -200);
+    dc.MoveTo(100, 0);
+    dc.AngleArc(0, 0, 100, 0.0F, 90.0F);
+    EXPECT_EQ((Points{{0, -200}}), (Points{dc.strokes()[2].points.back()}));
+}
+
+TEST(AngleArcTest, FarthestCirclesStayWithinTheCoordinates)
+{
+    CVexRecordingDC dc;
+    dc.AngleArc(1000000000, -1000000000, 1000000000, 0.0F, 360.0F);
+    dc.AngleArc(0, 0, 1000000000, 0.0F, 45.0F);
+    for (const VexStroke& stroke : dc.strokes()) {
+        for (const CPoint& point : stroke.points) {
+            EXPECT_LE(std::abs(point.x), 1000000000);
+            EXPECT_LE(std::abs(point.y), 1000000000);
+        }
+    }
+    EXPECT_GT(600U, dc.strokes().back().points.size());
 }
 
 TEST(RecordingTest, ChainOfOnePointAndHollowFillDrawNothing)

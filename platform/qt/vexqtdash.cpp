@@ -1,8 +1,9 @@
 #include "platform/qt/vexqtdash.h"
 
+#include "platform/qt/vexqtpixelrow.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 namespace {
 
@@ -59,70 +60,6 @@ struct Axes {
     }
 };
 
-/// The pixels of a solid line in the order of its major axis: pixel i is at first + i, and across
-/// at the whole part of across + i * step, both of which have 16 fractional bits.
-struct PixelRow {
-    int first = 0;
-    int count = 0;
-    std::int64_t across = 0;
-    std::int64_t step = 0;
-
-    [[nodiscard]] int acrossAt(int i) const { return static_cast<int>((across + i * step) >> 16); }
-};
-
-/// Moves `p` along the line to `q` up to the limit, if it lies beyond; false when all lies there.
-bool pullIn(double& p, double& pAcross, double q, double qAcross, double low, double high)
-{
-    const double limit = p < low ? low : high;
-    if (p >= low && p <= high) {
-        return true;
-    }
-    if (limit == low ? q <= low : q >= high) {
-        return false;
-    }
-    pAcross += (qAcross - pAcross) / (q - p) * (limit - p);
-    p = limit;
-    return true;
-}
-
-/// The device and the pixel beside it, to which the painter cuts a line before it counts pixels.
-bool cutToDevice(QPointF& from, QPointF& to, const QRect& device)
-{
-    const double left = device.left() - 1, right = device.right() + 2;
-    const double top = device.top() - 1, bottom = device.bottom() + 2;
-    return pullIn(from.rx(), from.ry(), to.x(), to.y(), left, right) &&
-           pullIn(to.rx(), to.ry(), from.x(), from.y(), left, right) &&
-           pullIn(from.ry(), from.rx(), to.y(), to.x(), top, bottom) &&
-           pullIn(to.ry(), to.rx(), from.y(), from.x(), top, bottom);
-}
-
-int sixtyFourths(double value)
-{
-    return static_cast<int>(value * 64.0);
-}
-
-/// The painter's own arithmetic for lines of one pixel, so that a dash covers what the solid line
-/// would: 6 fractional bits at the ends, 16 at the steps, half a pixel more at each end. `from`
-/// lies before `to` on the major axis.
-PixelRow rowBetween(QPointF from, QPointF to, const Axes& axes)
-{
-    constexpr int kHalf = 32;
-    const int start = sixtyFourths(axes.major(from)), stop = sixtyFourths(axes.major(to));
-    const int startAcross = sixtyFourths(axes.minor(from));
-    PixelRow row;
-    if (start == stop) {
-        return row;
-    }
-    row.step = (std::int64_t{sixtyFourths(axes.minor(to))} - startAcross) * 65536 / (stop - start);
-    row.first = start >> 6;
-    row.count = std::max(0, ((stop + 2 * kHalf) >> 6) - row.first);
-    const int round = row.step > 0 ? kHalf : 0;
-    const int begin = start - kHalf;
-    row.across = std::int64_t{startAcross} * 1024 - (row.step >> 1) +
-                 (((std::int64_t{row.first} * 64 + round - begin) * row.step) >> 6);
-    return row;
-}
-
 /// One segment's pixels, from `from` to `to` whichever way that is.
 class SegmentPixels {
 public:
@@ -133,7 +70,7 @@ public:
           m_perPixel(m_length / std::abs(m_axes.major(to) - m_from))
     {
         if (m_length > 0.0 && cutToDevice(from, to, device)) {
-            m_row = m_turned ? rowBetween(to, from, m_axes) : rowBetween(from, to, m_axes);
+            m_row = m_turned ? rowOf(to, from) : rowOf(from, to);
             m_count = m_row.count - (end == VexQtChainEnd::kLeftOut ? 1 : 0);
         }
     }
@@ -154,12 +91,19 @@ public:
     }
 
 private:
+    [[nodiscard]] VexQtPixelRow rowOf(QPointF from, QPointF to) const
+    {
+        return pixelRowBetween(toSixtyFourths(m_axes.major(from)),
+                               toSixtyFourths(m_axes.minor(from)), toSixtyFourths(m_axes.major(to)),
+                               toSixtyFourths(m_axes.minor(to)));
+    }
+
     Axes m_axes;
     double m_from;
     bool m_turned;
     double m_length;
     double m_perPixel;
-    PixelRow m_row;
+    VexQtPixelRow m_row;
     int m_count = 0; // without the pixel of the end, when that is left out
 };
 

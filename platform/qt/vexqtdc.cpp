@@ -1,6 +1,7 @@
 #include "platform/qt/vexqtdc.h"
 
 #include "platform/qt/vexqtclip.h"
+#include "platform/qt/vexqthatch.h"
 #include "platform/qt/vexqtimagedc.h"
 
 #include <QPaintDevice>
@@ -16,6 +17,8 @@ constexpr int kScreenDotsPerInch = 96;
 constexpr double kMillimetresPerInch = 25.4;
 /// The thinnest pen of technical drawing; a page's own dot would be too fine to be seen.
 constexpr double kThinnestOnPage = 0.13;
+/// From one line of a hatched area to the next; a page draws them at this distance on a screen.
+constexpr double kHatchPixels = 8.0;
 /// Room around the device besides half the pen, device units.
 constexpr int kMargin = 64;
 
@@ -69,6 +72,11 @@ QRect blockOnBoth(const CRect& target, CPoint shift, QSize source, QSize device)
     return {QPoint(left, top), QPoint(right - 1, bottom - 1)};
 }
 
+Qt::FillRule ruleOf(int polyFillMode)
+{
+    return polyFillMode == WINDING ? Qt::WindingFill : Qt::OddEvenFill;
+}
+
 QPolygonF cornersOf(std::span<const CPoint> points)
 {
     QPolygonF corners;
@@ -93,10 +101,11 @@ CVexQtDC::CVexQtDC(QPainter& painter, QSize size, Form form) : m_form(form)
 
 CVexQtDC::~CVexQtDC() = default;
 
-void CVexQtDC::setPainter(QPainter* painter, QSize size)
+void CVexQtDC::setPainter(QPainter* painter, QSize size, VexQtPixels pixels)
 {
     m_painter = painter;
     m_size = size;
+    m_targetPixels = pixels;
     m_penStamp = 0;
     m_brushStamp = 0;
     m_operation = R2_COPYPEN;
@@ -266,9 +275,27 @@ void CVexQtDC::paintArea(const QPolygonF& area)
 {
     if (GetCurrentBrush()->style() == BS_SOLID) {
         m_painter->setPen(Qt::NoPen);
-        m_painter->drawPolygon(area);
+        m_painter->drawPolygon(area, ruleOf(GetPolyFillMode()));
         m_painter->setPen(m_pen->pen);
+    } else if (GetCurrentBrush()->style() == BS_HATCHED) {
+        hatch(area);
     }
+}
+
+/// Lines of our own: the painter's patterns turn gaps in some raster operations, and vanish on some
+/// pages.
+void CVexQtDC::hatch(const QPolygonF& area)
+{
+    const bool page = m_form == Form::kPage;
+    const double dots = page ? m_painter->device()->logicalDpiX() : kScreenDotsPerInch;
+    const QRectF device(QPointF(-1.0, -1.0), QPointF(m_size.width() + 1.0, m_size.height() + 1.0));
+    QPen pen(toQColor(GetCurrentBrush()->color()), page ? m_thinnest : 1.0);
+    pen.setCapStyle(Qt::FlatCap);
+    m_painter->setPen(pen);
+    m_painter->drawLines(hatchLines(clipArea(area, device), GetCurrentBrush()->hatch(),
+                                    static_cast<PolygonFillMode>(GetPolyFillMode()),
+                                    kHatchPixels * dots / kScreenDotsPerInch));
+    m_painter->setPen(m_pen->pen);
 }
 
 /// Fills and strokes what of an area lies near.
@@ -292,7 +319,9 @@ void CVexQtDC::deviceLine(CPoint from, CPoint to)
     if (!beginStroke() || missesAll(from, to)) {
         return;
     }
-    if (!isNear(from) || !isNear(to)) {
+    if (m_pen->thinSolid && m_targetPixels.first != nullptr) {
+        strokeThinLine(m_targetPixels, from, to, m_pen->pixel, m_operation);
+    } else if (!isNear(from) || !isNear(to)) {
         strokeFar({QPointF(from.x, from.y), QPointF(to.x, to.y)});
     } else if (m_pen->thinDashes) {
         const QPointF ends[] = {QPointF(from.x, from.y), QPointF(to.x, to.y)};
@@ -327,7 +356,10 @@ void CVexQtDC::devicePolygon(std::span<const CPoint> points)
     } else if (m_pen->thinDashes) {
         areaWithThinDashes(cornersOf(points));
     } else {
-        m_painter->drawPolygon(gathered(points));
+        if (GetCurrentBrush()->style() == BS_HATCHED) {
+            hatch(cornersOf(points));
+        }
+        m_painter->drawPolygon(gathered(points), ruleOf(GetPolyFillMode()));
     }
 }
 
@@ -353,7 +385,8 @@ void CVexQtDC::deviceEllipse(const CRect& rect)
         return;
     }
     useBrush();
-    if (!m_pen->thinDashes && isNear(rect.TopLeft()) && isNear(rect.BottomRight())) {
+    const bool plain = !m_pen->thinDashes && GetCurrentBrush()->style() != BS_HATCHED;
+    if (plain && isNear(rect.TopLeft()) && isNear(rect.BottomRight())) {
         m_painter->drawEllipse(QRectF(toQRect(rect)));
         return;
     }

@@ -4,6 +4,7 @@
 #include "platform/qt/vexqtclip.h"
 #include "platform/qt/vexqtdash.h"
 #include "platform/qt/vexqtpen.h"
+#include "platform/qt/vexqtthinline.h"
 
 #include <QPainter>
 #include <QPolygon>
@@ -32,8 +33,9 @@ public:
 protected:
     /// A raster context with nothing to draw on yet.
     CVexQtDC();
-    /// Draws with another painter from now on; null draws nothing.
-    void setPainter(QPainter* painter, QSize size);
+    /// Draws with another painter from now on; null draws nothing. `pixels` are those of the image
+    /// that it paints on, for as long as it does.
+    void setPainter(QPainter* painter, QSize size, VexQtPixels pixels = {});
     [[nodiscard]] QSize size() const { return m_size; }
 
     void deviceLine(CPoint from, CPoint to) override;
@@ -61,11 +63,13 @@ private:
     void collectDashes(std::span<const QPointF> chain, double start, VexQtChainEnd end);
     void drawCollected(bool mayRepeat);
     void paintArea(const QPolygonF& area);
+    void hatch(const QPolygonF& area);
     void areaFar(QPolygonF area);
     void areaWithThinDashes(QPolygonF area);
 
     QPainter* m_painter = nullptr;
     QSize m_size;
+    VexQtPixels m_targetPixels;
     Form m_form = Form::kRaster;
     double m_thinnest = 1.0;
     CVexQtPenCache m_pens;

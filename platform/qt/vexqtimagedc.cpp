@@ -114,7 +114,10 @@ void CVexQtImageDC::paintOn(std::shared_ptr<QImage> image)
     }
     VEX_ASSERT(m_image->format() == QImage::Format_RGB32, "raster operations need RGB32 pixels");
     const bool begun = m_imagePainter.begin(m_image.get());
-    setPainter(begun ? &m_imagePainter : nullptr, m_image->size());
+    // The painter has made the image its own: from here on its pixels stay where they are.
+    const VexQtPixels pixels{reinterpret_cast<QRgb*>(m_image->bits()),
+                             m_image->bytesPerLine() / qsizetype{sizeof(QRgb)}, m_image->size()};
+    setPainter(begun ? &m_imagePainter : nullptr, m_image->size(), pixels);
 }
 
 bool CVexQtImageDC::resize(QSize size)

@@ -70,7 +70,10 @@ VexQtPen makeQtPen(const CPen& pen, const VexQtPenSetting& setting)
     if (made.width > kWidestForPattern * made.patternLength) {
         made.pattern.clear();
     }
-    made.thinDashes = made.patterned() && setting.wholePixels && made.width <= 1.0;
+    const bool thin = setting.wholePixels && made.width <= 1.0;
+    made.thinDashes = thin && made.patterned();
+    made.thinSolid = thin && !made.patterned();
+    made.pixel = toQColor(pen.color()).rgb();
     made.pen =
         QPen(toQColor(pen.color()), made.width, Qt::SolidLine,
              made.patterned() && !made.thinDashes ? Qt::FlatCap : Qt::RoundCap, Qt::RoundJoin);

@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QList>
 #include <QPen>
+#include <QRgb>
 
 #include <array>
 #include <cstdint>
@@ -32,6 +33,9 @@ struct VexQtPen {
     [[nodiscard]] bool patterned() const { return !pattern.isEmpty(); }
     /// Dashes that are put down pixel by pixel.
     bool thinDashes = false;
+    /// Without dashes and one pixel wide on a raster: lines are put down pixel by pixel too.
+    bool thinSolid = false;
+    QRgb pixel = 0; // what it puts down
 };
 
 /// Makes the painter's pen for `pen`. Dashes keep their true length in any direction; the first

@@ -139,7 +139,8 @@ public:
     /// The view is gone; what is shown stays.
     void leave() { m_view = nullptr; }
 
-    /// Marks device pixels for the next repaint.
+    /// Marks device pixels for the next repaint. What is marked is one rectangle around them all: a
+    /// region of many strokes would cost more than it saves.
     void mark(const QRect& pixels)
     {
         if (m_marked.contains(pixels)) {
@@ -147,8 +148,8 @@ public:
         }
         m_marked |= pixels;
         const double ratio = devicePixelRatioF();
-        update(QRectF(pixels.x() / ratio, pixels.y() / ratio, pixels.width() / ratio,
-                      pixels.height() / ratio)
+        update(QRectF(m_marked.x() / ratio, m_marked.y() / ratio, m_marked.width() / ratio,
+                      m_marked.height() / ratio)
                    .toAlignedRect());
     }
 

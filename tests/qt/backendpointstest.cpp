@@ -2,6 +2,10 @@
 #include "platform/qt/vexqtbackend.h"
 #include "platform/qt/vexqtimagedc.h"
 #include "tests/qt/qtstrokes.h"
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
+#include "vexdb/vexdbdatabase.h"
 
 #include <gtest/gtest.h>
 
@@ -120,6 +124,66 @@ TEST(BackendPointsTest, RecordingAndQtGetTheSameDevicePoints)
         recorded.resize(listening.heard.size()); // behind it, what the recorded block brought
         EXPECT_EQ(62U, recorded.size()) << row.name;
         EXPECT_EQ(Kind::kBlit, recorded.back().kind) << row.name;
+        EXPECT_EQ(recorded, listening.heard) << row.name;
+    }
+}
+
+TEST(BackendPointsTest, ArcsAndCirclesComeToTheSameDevicePoints)
+{
+    CVexDbDatabase drawing(false);
+    CVexDbArc arc({0.3, -0.2}, 1.234, 5.5, 0.75);
+    CVexDbCircle circle({0.006, 0.0}, 1.006); // its outline begins a unit off its start
+    for (const MappingRow& row : kMappings) {
+        CVexRecordingDC recording;
+        QImage image = motley(200, 150);
+        ListeningDC listening(image);
+        for (CDC* dc : {static_cast<CDC*>(&recording), static_cast<CDC*>(&listening)}) {
+            dc->SetMapMode(row.mode);
+            dc->SetWindowOrg(-37, 11);
+            dc->SetWindowExt(row.window);
+            dc->SetViewportExt(row.viewport);
+            arc.setDatabase(&drawing);
+            circle.setDatabase(&drawing);
+            arc.Draw(dc);
+            circle.Draw(dc);
+            dc->AngleArc(10, 20, 80, 30.0F, 200.0F);
+        }
+        std::vector<ListeningDC::Heard> recorded;
+        for (const VexStroke& stroke : recording.strokes()) {
+            recorded.push_back({stroke.kind, stroke.points});
+        }
+        ASSERT_GE(recorded.size(), 3U) << row.name;
+        EXPECT_EQ(Kind::kPolyline, recorded.front().kind) << row.name;
+        EXPECT_EQ(recorded, listening.heard) << row.name;
+    }
+}
+
+TEST(BackendPointsTest, FilledPolylineWithArcsComesToTheSameDevicePoints)
+{
+    CVexDbDatabase drawing(false);
+    CVexDbPolyline polyline(0, &drawing);
+    polyline.SetVertexes({{0.1, 0.2}, {2.5, 0.0}, {2.5, 1.7}, {0.0, 1.1}, {-0.4, 0.6}}, true);
+    polyline.SetBulgeAt(1, 0.7);
+    polyline.SetBulgeAt(3, -0.4);
+    polyline.SetWidthsAt(4, 0.5, 0.5);
+    polyline.SetFill(true);
+    for (const MappingRow& row : kMappings) {
+        CVexRecordingDC recording;
+        QImage image = motley(200, 150);
+        ListeningDC listening(image);
+        for (CDC* dc : {static_cast<CDC*>(&recording), static_cast<CDC*>(&listening)}) {
+            dc->SetMapMode(row.mode);
+            dc->SetWindowOrg(-37, 11);
+            dc->SetWindowExt(row.window);
+            dc->SetViewportExt(row.viewport);
+            polyline.Draw(dc);
+        }
+        std::vector<ListeningDC::Heard> recorded;
+        for (const VexStroke& stroke : recording.strokes()) {
+            recorded.push_back({stroke.kind, stroke.points});
+        }
+        EXPECT_GT(recorded.size(), 40U) << row.name;
+        EXPECT_EQ(Kind::kPolygon, recorded.back().kind) << row.name;
         EXPECT_EQ(recorded, listening.heard) << row.name;
     }
 }

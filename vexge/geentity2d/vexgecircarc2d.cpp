@@ -6,7 +6,6 @@
 #include "vexge/geentity2d/vexgepolyline2d.h"
 #include "vexge/geentity2d/vexgewinding.h"
 #include "vexge/gemath/vexgematrix2d.h"
-#include "vexge/gemath/vextruncate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,8 +15,6 @@ namespace {
 
 /// Points whose turn has a smaller sine lie on one line and have no circle.
 constexpr double kCollinearSine = 1e-12;
-/// The most turns of an arc that are displayed, however far a damaged file puts its angles apart.
-constexpr double kMostTurns = 100.0;
 
 /// Where the perpendicular bisectors of p1-p2 and p2-p3 meet, into `centre`; parallel ones leave
 /// it alone. Written out, because bisectors of finite length lose seven digits on the way.
@@ -192,30 +189,6 @@ void CVexGeCircArc2d::asPolyline(CVexGePolyline2d& out, int reverse) const
     // in its chord. Whoever draws a clockwise arc asks for it that way and swaps the ends.
     out.appendVertex(startPoint(), sign * bulge());
     out.appendVertex(endPoint(), 0.0);
-}
-
-void CVexGeCircArc2d::getGrVertexArray(std::vector<CPoint>& out, int segments, double scale) const
-{
-    out.clear();
-    const auto push = [&](double angle) {
-        const CVexGePoint2d point = pointAtAngle(angle);
-        out.emplace_back(truncateSaturated(point.x * scale), truncateSaturated(point.y * scale));
-    };
-    const double end = notNegativeAngle(m_endAng);
-    double angle = notNegativeAngle(m_startAng);
-    if (end < angle) {
-        angle -= kGeTwoPi;
-    }
-    // A running sum, as the vertices of drawings on disk were made: a whole turn in 100 steps ends
-    // a rounding error below the end and gets one vertex more, the same as the last.
-    const double step = kGeTwoPi / segments;
-    const double turn = std::min(end - angle, kMostTurns * kGeTwoPi);
-    const int most = truncateSaturated(turn / step) + 2; // a wild angle does not grow by a step
-    for (int made = 0; step > 0.0 && angle < end && made < most; ++made) {
-        push(angle);
-        angle += step;
-    }
-    push(end);
 }
 
 bool CVexGeCircArc2d::isEqualTo(const CVexGeEntity2d& /*other*/, const double& /*tol*/) const

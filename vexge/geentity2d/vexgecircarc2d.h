@@ -48,9 +48,10 @@ public:
                          bool isBulge);
 
     [[nodiscard]] const CVexGePoint2d& center() const { return m_center; }
-    [[nodiscard]] double radius() const { return m_radius; }
-    [[nodiscard]] double startAng() const { return m_startAng; }
-    [[nodiscard]] double endAng() const { return m_endAng; }
+    // By reference: a property row points at the number itself.
+    [[nodiscard]] const double& radius() const { return m_radius; }
+    [[nodiscard]] const double& startAng() const { return m_startAng; }
+    [[nodiscard]] const double& endAng() const { return m_endAng; }
     [[nodiscard]] CVexGePoint2d startPoint() const { return pointAtAngle(m_startAng); }
     [[nodiscard]] CVexGePoint2d endPoint() const { return pointAtAngle(m_endAng); }
     /// tan(sweep / 4), never negative; 0 for equal angles, huge for a full circle.

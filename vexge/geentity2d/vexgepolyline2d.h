@@ -87,6 +87,8 @@ public:
     [[nodiscard]] double getBulgeAt(unsigned index) const { return m_bulges[index]; }
     [[nodiscard]] const std::vector<CVexGePoint2d>& vertices() const { return m_vertices; }
     [[nodiscard]] const std::vector<double>& bulges() const { return m_bulges; }
+    [[nodiscard]] const std::vector<double>& startWidths() const { return m_startWidths; }
+    [[nodiscard]] const std::vector<double>& endWidths() const { return m_endWidths; }
     /// The flag alone.
     [[nodiscard]] bool isClosed() const { return m_closedFlag; }
     /// The flag, or ends nearer than 0.002.

@@ -1,12 +1,19 @@
 #include "bench/growth.h"
 #include "platform/headless/vexheadless.h"
+#include "platform/qt/vexqteventbackend.h"
 #include "platform/qt/vexqtimagedc.h"
+#include "platform/qt/vexqtview.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/vexdbdatabase.h"
 
+#include <QApplication>
 #include <QImage>
+#include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <algorithm>
+#include <array>
 #include <boost/geometry.hpp>
 #include <boost/geometry/index/rtree.hpp>
 #include <cmath>
@@ -16,8 +23,8 @@
 #include <vector>
 
 // What a person at the screen waits for, in drawings of growing size: a pick, a window selection, a
-// redraw of a part, an edit. The plain form is a walk over the whole drawing, or an R-tree of boost
-// over the same boxes.
+// redraw of a part, an edit, the band and the snap under the moving pointer. The plain form is a
+// walk over the whole drawing, or an R-tree of boost over the same boxes.
 
 namespace {
 
@@ -94,12 +101,12 @@ void pick(benchmark::State& state)
     CVexDbObjectId id;
     sheet.record->selectEntity(places.front(), id);
     for ([[maybe_unused]] auto turn : state) {
-        const double ours = secondsOf([&] {
+        const double ours = cpuSecondsOf([&] {
             for (const CVexGePoint2d& place : places) {
                 benchmark::DoNotOptimize(sheet.record->selectEntity(place, id));
             }
         });
-        const double walks = secondsOf([&] {
+        const double walks = cpuSecondsOf([&] {
             for (std::size_t i = 0; i < kWalks; ++i) {
                 const auto hit = std::ranges::find_if(sheet.lines, [&](const CVexDbLine* line) {
                     return line->isVisiable() && line->isOn(places[i], kPick) != 0;
@@ -132,13 +139,13 @@ void windowOfOnePercent(benchmark::State& state)
     sheet.record->selectEntityByWin(CVexGePoint2d(0.0, 0.0), CVexGePoint2d(1.0, 1.0), found);
     Comparison comparison(state, "window", static_cast<double>(countOf(state)));
     for ([[maybe_unused]] auto turn : state) {
-        const double ours = secondsOf([&] {
+        const double ours = cpuSecondsOf([&] {
             for (const CVexGePoint2d& corner : corners) {
                 sheet.record->selectEntityByWin(
                     corner, CVexGePoint2d(corner.x + width, corner.y + width), found);
             }
         });
-        const double plain = secondsOf([&] {
+        const double plain = cpuSecondsOf([&] {
             for (const CVexGePoint2d& corner : corners) {
                 std::vector<TreeItem> hits;
                 const TreeBox window({corner.x, corner.y}, {corner.x + width, corner.y + width});
@@ -170,9 +177,9 @@ void redrawOfOnePercent(benchmark::State& state)
     Comparison comparison(state, "redraw", static_cast<double>(countOf(state)));
     for ([[maybe_unused]] auto turn : state) {
         sheet.show({0.0, 0.0}, {sheet.side, sheet.side});
-        const double full = secondsOf([&] { sheet.record->DrawEntities(&sheet.dc); });
+        const double full = cpuSecondsOf([&] { sheet.record->DrawEntities(&sheet.dc); });
         sheet.show({0.0, 0.0}, part);
-        comparison.round(secondsOf([&] { sheet.record->DrawEntities(&sheet.dc); }), full);
+        comparison.round(cpuSecondsOf([&] { sheet.record->DrawEntities(&sheet.dc); }), full);
     }
 }
 
@@ -184,7 +191,7 @@ void moveOneAndPick(benchmark::State& state)
     CVexDbObjectId id;
     sheet.record->selectEntity(places.front(), id);
     for ([[maybe_unused]] auto turn : state) {
-        const double ours = secondsOf([&] {
+        const double ours = cpuSecondsOf([&] {
             for (std::size_t i = 0; i < kMoves; ++i) {
                 CVexDbLine& line = *sheet.lines[i * 7919 % sheet.lines.size()];
                 line.TranslateBy(CVexGeVector2d(places[i].x - line.StartPoint().x,
@@ -195,6 +202,192 @@ void moveOneAndPick(benchmark::State& state)
         state.SetIterationTime(ours);
         state.counters["us_each"] = ours * 1e6 / kMoves;
     }
+}
+
+// ---- the pointer ----
+
+constexpr int kPointerMoves = 2000;
+
+/// Where the pointer is at a step of its way: another pixel each time, all over the window.
+CPoint onTheWay(int step)
+{
+    return {10 + step * 37 % (kScreen.cx - 20), 10 + step * 53 % (kScreen.cy - 20)};
+}
+
+void reportMoves(benchmark::State& state, const char* name, double seconds)
+{
+    state.counters["ms_each"] = seconds * 1e3 / kPointerMoves;
+    state.counters["of_smallest"] = timesSmallest(name, seconds);
+}
+
+void switchSnapsOn(CVexDbDatabase& database)
+{
+    VexDbDrawingSettings_tag& settings = database.settings();
+    settings.m_bGripSnap = true;
+    settings.m_bSnapIntersection = true;
+    settings.m_bSnapNearest = true;
+}
+
+/// LINE as it is played without a screen: from the message to the stroke in the image, with the
+/// search for grips that goes along.
+void bandHeadless(benchmark::State& state)
+{
+    CVexHeadlessBackend backend;
+    CVexBackend::install(&backend);
+    {
+        Sheet sheet(countOf(state));
+        sheet.show({0.0, 0.0}, {1920.0, 1080.0});
+        sheet.database.settings().m_bGripSnap = true;
+        CVexCommandHandler& handler = sheet.database.commandHandler();
+        handler.SetDispWindow(&sheet.view);
+        CVexDbObjectId id;
+        sheet.record->selectEntity(CVexGePoint2d(), id); // makes the index
+        double best = 0.0;
+        for ([[maybe_unused]] auto turn : state) {
+            const auto post = [&](unsigned kind, WPARAM key, CPoint at) {
+                backend.postMessage({&sheet.view, kind, key, MAKELPARAM(at.x, at.y), {}});
+            };
+            post(WM_LBUTTONDOWN, 0, onTheWay(0));
+            for (int step = 1; step <= kPointerMoves; ++step) {
+                post(WM_MOUSEMOVE, 0, onTheWay(step));
+            }
+            post(WM_KEYDOWN, VK_ESCAPE, {});
+            unsigned long variant = 0;
+            const double seconds = cpuSecondsOf([&] {
+                const std::unique_ptr<CVexDbEntity> made(
+                    handler.DoCommand(VexDb::CmdLine, variant));
+            });
+            state.SetIterationTime(seconds);
+            best = best == 0.0 ? seconds : std::min(best, seconds);
+        }
+        reportMoves(state, "band", best);
+    }
+    CVexBackend::install(nullptr);
+}
+
+/// One application for the whole run, on a platform that needs no display.
+void startApplication()
+{
+    static std::array<char, 6> name{"bench"};
+    static std::array<char*, 2> arguments{name.data(), nullptr};
+    static int count = 1;
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    static QApplication application(count, arguments.data());
+}
+
+/// Moves the pointer over a widget as soon as the last move is on the screen, then presses Escape.
+class Hand : public QObject {
+public:
+    Hand(QWidget& canvas, int moves) : m_canvas(canvas), m_moves(moves)
+    {
+        canvas.installEventFilter(this);
+        post(QEvent::MouseButtonPress, Qt::LeftButton, onTheWay(0));
+        move();
+    }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && m_step <= m_moves) {
+            QMetaObject::invokeMethod(
+                this, [this] { move(); }, Qt::QueuedConnection);
+        }
+        return QObject::eventFilter(object, event);
+    }
+
+private:
+    void move()
+    {
+        if (++m_step <= m_moves) {
+            post(QEvent::MouseMove, Qt::NoButton, onTheWay(m_step));
+        } else if (m_step == m_moves + 1) {
+            QCoreApplication::postEvent(
+                &m_canvas, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
+        }
+    }
+    void post(QEvent::Type type, Qt::MouseButton button, CPoint at)
+    {
+        const QPointF local(at.x, at.y);
+        QCoreApplication::postEvent(&m_canvas,
+                                    new QMouseEvent(type, local, m_canvas.mapToGlobal(local),
+                                                    button, button, Qt::NoModifier));
+    }
+
+    QWidget& m_canvas;
+    int m_moves;
+    int m_step = 0;
+};
+
+/// The same in the window: from Qt's mouse event to the end of the paint event that shows the band.
+void bandInWindow(benchmark::State& state)
+{
+    startApplication();
+    CVexQtEventBackend backend;
+    CVexBackend::install(&backend);
+    {
+        Sheet sheet(countOf(state));
+        QWidget window;
+        CVexQtView view(backend, &window);
+        window.resize(kScreen.cx, kScreen.cy);
+        view.widget()->resize(window.size());
+        window.show();
+        QCoreApplication::processEvents();
+        sheet.record->setView(&view, view.GetDC());
+        sheet.record->SetCurDispWin({0.0, 0.0}, {1920.0, 1080.0});
+        sheet.record->MakeUpDisplayWindow(view.GetDC());
+        sheet.record->Draw(view.GetDC());
+        sheet.database.settings().m_bGripSnap = true;
+        CVexCommandHandler& handler = sheet.database.commandHandler();
+        handler.SetDispWindow(&view);
+        QCoreApplication::processEvents();
+        double best = 0.0;
+        for ([[maybe_unused]] auto turn : state) {
+            unsigned long variant = 0;
+            const double seconds = secondsOf([&] {
+                const Hand hand(*view.widget(), kPointerMoves);
+                const std::unique_ptr<CVexDbEntity> made(
+                    handler.DoCommand(VexDb::CmdLine, variant));
+            });
+            state.SetIterationTime(seconds);
+            best = best == 0.0 ? seconds : std::min(best, seconds);
+        }
+        reportMoves(state, "windowband", best);
+        sheet.record->setView(nullptr, nullptr);
+        handler.SetDispWindow(nullptr);
+    }
+    CVexBackend::install(nullptr);
+}
+
+/// All kinds of snap at once, near the ends of lines.
+void snap(benchmark::State& state)
+{
+    constexpr std::size_t kSnaps = 1000;
+    Sheet sheet(countOf(state));
+    sheet.show({0.0, 0.0}, {1920.0, 1080.0});
+    sheet.dc.SetROP2(R2_XORPEN);
+    switchSnapsOn(sheet.database);
+    CVexCommandHandler& handler = sheet.database.commandHandler();
+    CVexGePoint2d blip;
+    CVexGePoint2d found;
+    handler.CheckSnapPoint(blip, CVexGePoint2d(), found);
+    std::size_t snapped = 0;
+    double best = 0.0;
+    for ([[maybe_unused]] auto turn : state) {
+        snapped = 0;
+        const double seconds = cpuSecondsOf([&] {
+            for (std::size_t i = 0; i < kSnaps; ++i) {
+                const CVexGePoint2d end = sheet.lines[i * 7919 % sheet.lines.size()]->EndPoint();
+                const CVexGePoint2d cursor(end.x + 2.0, end.y - 1.0);
+                snapped += handler.CheckSnapPoint(blip, cursor, found) ? 1 : 0;
+            }
+        });
+        state.SetIterationTime(seconds);
+        best = best == 0.0 ? seconds : std::min(best, seconds);
+    }
+    state.counters["us_each"] = best * 1e6 / kSnaps;
+    state.counters["of_smallest"] = timesSmallest("snap", best);
+    state.counters["snapped"] = static_cast<double>(snapped) / kSnaps;
 }
 
 } // namespace
@@ -213,3 +406,6 @@ BENCHMARK(redrawOfOnePercent)
     ->UseManualTime()
     ->Iterations(3);
 BENCHMARK(moveOneAndPick)->Arg(10000)->Arg(100000)->Arg(1000000)->UseManualTime()->Iterations(5);
+BENCHMARK(bandHeadless)->Arg(10000)->Arg(100000)->Arg(1000000)->UseManualTime()->Iterations(5);
+BENCHMARK(bandInWindow)->Arg(10000)->Arg(100000)->Arg(1000000)->UseManualTime()->Iterations(3);
+BENCHMARK(snap)->Arg(10000)->Arg(100000)->Arg(1000000)->UseManualTime()->Iterations(5);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <map>
 #include <string>
+#include <time.h>
 
 /// Seconds that `work` takes.
 template <class Work>
@@ -13,6 +14,21 @@ double secondsOf(Work&& work)
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Seconds of this thread's own time that `work` takes: for work that waits for nothing, so that
+/// what else the machine does counts less.
+template <class Work>
+double cpuSecondsOf(Work&& work)
+{
+    const auto now = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+    };
+    const double start = now();
+    work();
+    return now() - start;
 }
 
 /// Gathers both sides of a comparison over the iterations of one benchmark and reports them: time
@@ -68,3 +84,10 @@ private:
     double m_plain = 0.0;
     int m_rounds = 0;
 };
+
+/// How many times the figure of the smallest size this one is: 1 does not grow with the drawing.
+inline double timesSmallest(const std::string& name, double figure)
+{
+    static std::map<std::string, double> smallest;
+    return figure / smallest.try_emplace(name, figure).first->second;
+}

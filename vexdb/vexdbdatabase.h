@@ -125,6 +125,10 @@ public:
     void addEntitySub(CVexDbEntity* entity, CVexDbObjectId& id);
     /// The same into another block than the current one.
     void addEntityTo(CVexDbBlockTableRecord& block, CVexDbEntity* entity, CVexDbObjectId& id);
+    /// The same for many new ones, whose numbers ascend from above all in the drawing: neighbours
+    /// mostly share their records, whose sets then take them as a run. For a load; texts and
+    /// attribute definitions go the way of addEntityTo.
+    void addLoadedTo(CVexDbBlockTableRecord& block, std::span<CVexDbObject* const> entities);
     /// Takes the entity out of its block and every index without deleting it; the database keeps it
     /// until it dies. Nothing for an entity that stands in no block of this drawing.
     void removeEntity(CVexDbEntity* entity);

@@ -2,6 +2,9 @@
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/vexdbdatabase.h"
 
+#include <algorithm>
+#include <span>
+
 namespace {
 
 // The block that the entity stands in; null for none, and for an entity of a dimension, whose owner
@@ -15,6 +18,42 @@ CVexDbBlockTableRecord* blockOf(const CVexDbEntity& entity)
     auto* block = dynamic_cast<CVexDbBlockTableRecord*>(owner);
     // By its address: a plain copy names its source's block and goes by its source's identifier.
     return block != nullptr && block->contains(CVexDbObjectId(&entity)) ? block : nullptr;
+}
+
+using Run = std::span<CVexDbObject* const>;
+
+CVexDbEntity& entityOf(CVexDbObject* object)
+{
+    return *static_cast<CVexDbEntity*>(object);
+}
+
+/// Calls `visit` with each run of neighbours that have `key` in common.
+template <class Key, class Visit>
+void forEachRun(Run all, Key key, Visit visit)
+{
+    while (!all.empty()) {
+        const auto shared = key(all.front());
+        const auto end = std::ranges::find_if(
+            all, [&](const CVexDbObject* object) { return key(object) != shared; });
+        const Run run(all.begin(), end);
+        visit(run);
+        all = all.subspan(run.size());
+    }
+}
+
+/// Enters entities in the sets of users of the records that `recordOf` names.
+template <class Record>
+void listIn(Run all, CVexDbObjectId (CVexDbEntity::*recordOf)() const)
+{
+    const auto recordBehind = [recordOf](const CVexDbObject* object) {
+        const auto& entity = *static_cast<const CVexDbEntity*>(object);
+        return static_cast<Record*>((entity.*recordOf)().getPObject());
+    };
+    forEachRun(all, recordBehind, [&](Run run) {
+        if (Record* const record = recordBehind(run.front())) {
+            record->addRefEntities(run);
+        }
+    });
 }
 
 bool isHeldBy(const CVexDbTable& table, const CVexDbObjectId& record)
@@ -83,6 +122,29 @@ void CVexDbDatabase::enterEntity(CVexDbEntity* entity)
     if (entity->classType() == VexDb::kText) {
         m_textStyles.addRefEntity(id);
     }
+}
+
+void CVexDbDatabase::addLoadedTo(CVexDbBlockTableRecord& block,
+                                 std::span<CVexDbObject* const> entities)
+{
+    if (entities.empty()) {
+        return;
+    }
+    for (CVexDbObject* object : entities) {
+        CVexDbEntity& entity = entityOf(object);
+        if (!isBound(entity)) {
+            entity.SetEntPropertyToThis();
+        }
+        entity.SetDbEntity(true);
+    }
+    block.addEntities(entities);
+    forEachRun(
+        entities, [](const CVexDbObject* object) { return object->classType(); },
+        [this](Run run) { m_entities.addEntities(run.front()->classType(), run); });
+    listIn<CVexDbColorTableRecord>(entities, &CVexDbEntity::ColorId);
+    listIn<CVexDbLTypeTableRecord>(entities, &CVexDbEntity::LineTypeId);
+    listIn<CVexDbLayerTableRecord>(entities, &CVexDbEntity::LayerId);
+    m_lastEntity = &entityOf(entities.back());
 }
 
 void CVexDbDatabase::removeEntity(CVexDbEntity* entity)

@@ -16,6 +16,9 @@
 
 namespace {
 
+// Entities that are entered at once: they must still be in the nearest cache.
+constexpr std::size_t kLongestRun = 128;
+
 // A layer stands in the sets of its colour and linetype by its number, so it leaves them first.
 void renumberLayer(CVexDbLayerTableRecord& layer, std::uint64_t number)
 {
@@ -148,6 +151,7 @@ void CVexDbLoadContext::acceptRareNumber(CVexDbObject& object, std::uint64_t num
         acceptRecordNumber(object, number);
         return;
     }
+    enterRun(); // it is looked up among all
     m_numberRefused = number == 0 || number >= kNumberLimit || entityHolds(number);
     if (m_numberRefused) {
         noteReplaced(number);
@@ -261,8 +265,29 @@ void CVexDbLoadContext::keepEntity(CVexDbBlockTableRecord& block, CVexDbEntity* 
         m_keptBack.emplace_back(&block, entity);
         return;
     }
+    const VexDb::ClassType type = entity->classType();
+    if (m_numberAscends && type != VexDb::kText && type != VexDb::kAttribDefinition) {
+        m_run.push_back(entity);
+        if (m_run.size() == kLongestRun) {
+            enterRun();
+        }
+        return;
+    }
+    enterRun();
     CVexDbObjectId id;
     m_database.addEntity(entity, id);
+}
+
+void CVexDbLoadContext::enterRun()
+{
+    m_database.addLoadedTo(*m_database.blocks().getCurrentRecord(), m_run);
+    m_run.clear();
+}
+
+void CVexDbLoadContext::leaveBlock()
+{
+    enterRun();
+    m_inBlock = false;
 }
 
 void CVexDbLoadContext::finish()

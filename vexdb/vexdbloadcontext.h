@@ -47,9 +47,11 @@ public:
     {
         const std::uint64_t number = object.getCreatedTime();
         m_numberRefused = false;
+        m_numberAscends = false;
         // A block's entities ascend, so nearly all of a file comes through here.
         if (m_inBlock && number > m_largestEntity && number < kNumberLimit) {
             m_largestEntity = number;
+            m_numberAscends = true;
             return;
         }
         acceptRareNumber(object, number);
@@ -72,11 +74,11 @@ public:
     void enterTable();
     /// The entities of a block follow, until leaveBlock.
     void enterBlock() { m_inBlock = true; }
-    void leaveBlock() { m_inBlock = false; }
+    void leaveBlock();
     /// True for a record that the fresh drawing had before the Read.
     [[nodiscard]] bool isOurs(const CVexDbTableRecord* record) const;
-    /// Takes over an entity that was read whole, and counts it: enters it in the database, or keeps
-    /// it until finish() when its number was refused.
+    /// Takes over an entity that was read whole, and counts it: enters it in the database, at the
+    /// latest when the block ends, or keeps it until finish() when its number was refused.
     void keepEntity(CVexDbBlockTableRecord& block, CVexDbEntity* entity);
     /// Gives the entities kept back fresh numbers and enters them in their blocks, puts the counter
     /// of numbers above all that were read, and counts the records.
@@ -101,6 +103,7 @@ private:
     void acceptRareNumber(CVexDbObject& object, std::uint64_t number);
     void acceptRecordNumber(CVexDbObject& record, std::uint64_t number);
     bool entityHolds(std::uint64_t number);
+    void enterRun();
     void makeRoomFor(std::uint64_t number);
     std::uint64_t freshNumber();
     [[nodiscard]] std::uint64_t largestNumber() const
@@ -114,7 +117,9 @@ private:
     bool m_damaged = false;
     VexDbFault m_firstFault;
     bool m_inBlock = false;
-    bool m_numberRefused = false; // of the object accepted last
+    bool m_numberRefused = false;     // of the object accepted last
+    bool m_numberAscends = false;     // likewise: it is above those of all entities before it
+    std::vector<CVexDbObject*> m_run; // entities of the current block with ascending numbers
     std::uint64_t m_largestEntity = 0;
     std::uint64_t m_largestRecord = 0;
     std::vector<CVexDbTableRecord*> m_ours; // records of the fresh drawing

@@ -5,7 +5,10 @@
 #include "vexdb/dbobject/vexdbidset.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -44,6 +47,57 @@ CRect boxOf(const CVexDbEntity& entity)
     }
     return {static_cast<int>(std::floor(sides[0])), static_cast<int>(std::floor(sides[1])),
             static_cast<int>(std::ceil(sides[2])), static_cast<int>(std::ceil(sides[3]))};
+}
+
+/// The bits of the two in turn: without its last two it is the code of the cell twice as large.
+std::uint64_t mortonCode(int column, int row)
+{
+    const auto spread = [](int value) {
+        auto bits = static_cast<std::uint64_t>(static_cast<std::uint32_t>(value) ^ 0x80000000U);
+        bits = (bits | (bits << 16)) & 0x0000ffff0000ffffULL;
+        bits = (bits | (bits << 8)) & 0x00ff00ff00ff00ffULL;
+        bits = (bits | (bits << 4)) & 0x0f0f0f0f0f0f0f0fULL;
+        bits = (bits | (bits << 2)) & 0x3333333333333333ULL;
+        return (bits | (bits << 1)) & 0x5555555555555555ULL;
+    };
+    return spread(column) | (spread(row) << 1);
+}
+
+using Found = std::vector<std::pair<std::uint64_t, CVexDbEntity*>>;
+
+/// Brings entities into the order of their numbers. Many go by the digits of the numbers, from the
+/// last to the first: a drawing's numbers lie close together, so that takes two or three rounds.
+void sortByNumber(Found& found)
+{
+    constexpr std::size_t kFewest = 256;
+    constexpr int kDigitBits = 11;
+    constexpr int kMostDigits = 3;
+    if (found.size() < kFewest) {
+        std::ranges::sort(found, {}, &Found::value_type::first);
+        return;
+    }
+    const auto [least, most] = std::ranges::minmax(found, {}, &Found::value_type::first);
+    const std::uint64_t base = least.first;
+    const auto bits = static_cast<int>(std::bit_width(most.first - base));
+    if (bits > kMostDigits * kDigitBits) {
+        std::ranges::sort(found, {}, &Found::value_type::first);
+        return;
+    }
+    Found sorted(found.size());
+    for (int shift = 0; shift < bits; shift += kDigitBits) {
+        std::array<std::size_t, (std::size_t{1} << kDigitBits) + 1> place{};
+        const auto digit = [&](const Found::value_type& item) {
+            return ((item.first - base) >> shift) & ((std::uint64_t{1} << kDigitBits) - 1);
+        };
+        for (const auto& item : found) {
+            ++place[digit(item) + 1];
+        }
+        std::partial_sum(place.begin(), place.end(), place.begin());
+        for (const auto& item : found) {
+            sorted[place[digit(item)]++] = item;
+        }
+        found.swap(sorted);
+    }
 }
 
 } // namespace
@@ -112,11 +166,11 @@ CVexDbSpatialIndex::~CVexDbSpatialIndex()
     std::erase(m_family.m_indexes, this);
 }
 
-int CVexDbSpatialIndex::levelOf(const CRect& box)
+int CVexDbSpatialIndex::levelOf(const CRect& box) const
 {
     const std::int64_t extent =
         std::max(std::int64_t{box.right} - box.left, std::int64_t{box.bottom} - box.top);
-    int level = 0;
+    int level = m_finest;
     while (level < kLevels && extent > (std::int64_t{1} << (shiftOf(level) - kReachShift))) {
         ++level;
     }
@@ -177,9 +231,47 @@ void CVexDbSpatialIndex::rebuild(const CVexDbIdSet& set)
     m_widestPen = 0;
     m_family.settle();
     set.visitObjects([this](CVexDbObject& object) {
+        settleBox(static_cast<CVexDbEntity&>(object));
+        return true;
+    });
+    m_finest = levelForDensity(set);
+    m_sizeBuilt = set.size();
+    set.visitObjects([this](CVexDbObject& object) {
         insert(static_cast<CVexDbEntity&>(object));
         return true;
     });
+}
+
+/// The finest level whose cells hold some dozens of the entities, those cells left out that hold
+/// none: what lies far away alone does not count for more than itself.
+int CVexDbSpatialIndex::levelForDensity(const CVexDbIdSet& set)
+{
+    constexpr double kEntitiesInCell = 32.0;
+    constexpr std::size_t kSample = std::size_t{1} << 16;
+    const std::size_t stride = set.size() / kSample + 1;
+    std::vector<std::uint64_t> cells;
+    std::size_t seen = 0;
+    set.visitObjects([&](CVexDbObject& object) {
+        const CRect& box = static_cast<CVexDbEntity&>(object).m_indexBox;
+        if (seen++ % stride == 0 && !isEverywhere(box)) {
+            cells.push_back(mortonCode(box.left >> kFinestShift, box.top >> kFinestShift));
+        }
+        return true;
+    });
+    std::ranges::sort(cells);
+    // Of a cell with that many the sample has fewer, and it misses cells.
+    const double sampled = kEntitiesInCell / static_cast<double>(stride);
+    const double wanted = sampled / (1.0 - std::exp(-sampled));
+    const auto count = static_cast<double>(cells.size());
+    int level = 0;
+    for (; level + 1 < kLevels; ++level) {
+        cells.erase(std::ranges::unique(cells).begin(), cells.end());
+        if (cells.size() < 2 || count >= wanted * static_cast<double>(cells.size())) {
+            break;
+        }
+        std::ranges::for_each(cells, [](std::uint64_t& cell) { cell >>= 2 * kShiftStep; });
+    }
+    return level;
 }
 
 void CVexDbSpatialIndex::insert(CVexDbEntity& entity)
@@ -187,11 +279,16 @@ void CVexDbSpatialIndex::insert(CVexDbEntity& entity)
     if (entity.m_moved) {
         m_family.settle(); // all indexes have an entity at one place
     }
+    settleBox(entity);
+    put(entity, entity.m_indexBox);
+}
+
+void CVexDbSpatialIndex::settleBox(CVexDbEntity& entity)
+{
     if (!entity.m_indexed) {
         entity.m_indexBox = boxOf(entity);
         entity.m_indexed = true;
     }
-    put(entity, entity.m_indexBox);
 }
 
 bool CVexDbSpatialIndex::erase(CVexDbEntity& entity)
@@ -202,8 +299,10 @@ bool CVexDbSpatialIndex::erase(CVexDbEntity& entity)
 bool CVexDbSpatialIndex::collect(const CRect& area, std::size_t most,
                                  std::vector<CVexDbEntity*>& found) const
 {
+    constexpr std::size_t kUsuallyFound = 256;
     found.clear();
     Query query{area, most, {}};
+    query.found.reserve(kUsuallyFound);
     if (!query.look(m_everywhere, true)) {
         return false;
     }
@@ -212,7 +311,7 @@ bool CVexDbSpatialIndex::collect(const CRect& area, std::size_t most,
             return false;
         }
     }
-    std::ranges::sort(query.found, {}, &std::pair<std::uint64_t, CVexDbEntity*>::first);
+    sortByNumber(query.found);
     found.reserve(query.found.size());
     for (const auto& [number, entity] : query.found) {
         found.push_back(entity);

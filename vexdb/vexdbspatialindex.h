@@ -18,7 +18,9 @@ class CVexDbSpatialIndexes;
 /// so that the answer is that of a walk over the whole drawing.
 ///
 /// Inside are grids of growing cells. An entity stands in one cell of the finest grid whose cells
-/// are at least twice its size, by the left top corner of its box.
+/// are at least twice its size, by the left top corner of its box. No grid is finer than the
+/// drawing is dense: where a cell holds next to nothing, finding the cells takes longer than
+/// looking.
 class VEXDB_EXPORT CVexDbSpatialIndex {
 public:
     explicit CVexDbSpatialIndex(CVexDbSpatialIndexes& family);
@@ -36,6 +38,8 @@ public:
     /// than `most`.
     bool collect(const CRect& area, std::size_t most, std::vector<CVexDbEntity*>& found) const;
     [[nodiscard]] std::size_t size() const { return m_size; }
+    /// True when so much has come since the rebuild that its grids are too coarse.
+    [[nodiscard]] bool isOutgrown() const { return m_size > m_sizeBuilt * kGrowthUntilRebuilt; }
     /// The widest own line weight among them so far, logical units.
     [[nodiscard]] int widestPen() const { return m_widestPen; }
 
@@ -52,12 +56,15 @@ private:
     using Cells = std::unordered_map<std::uint64_t, std::vector<Item>, CellHash>;
     struct Query;
 
-    static constexpr int kLevels = 12;
+    static constexpr std::size_t kGrowthUntilRebuilt = 8;
+    static constexpr int kLevels = 23;
     static constexpr int kFinestShift = 7; // the finest cells have 2^7 logical units
-    static constexpr int kShiftStep = 2;   // each level's cells are 4 times those below
+    static constexpr int kShiftStep = 1;   // each level's cells are twice those below
     static constexpr int kReachShift = 1;  // and twice what stands in them
 
-    static int levelOf(const CRect& box);
+    [[nodiscard]] int levelOf(const CRect& box) const;
+    static void settleBox(CVexDbEntity& entity);
+    static int levelForDensity(const CVexDbIdSet& set);
     static int shiftOf(int level) { return kFinestShift + kShiftStep * level; }
     static std::uint64_t cellAt(std::int64_t column, std::int64_t row);
     void put(CVexDbEntity& entity, const CRect& box);
@@ -66,7 +73,9 @@ private:
     CVexDbSpatialIndexes& m_family;
     std::array<Cells, kLevels> m_levels;
     std::vector<Item> m_everywhere; // what no grid can place
+    int m_finest = 0;               // no entity stands in a level below
     std::size_t m_size = 0;
+    std::size_t m_sizeBuilt = 0;
     int m_widestPen = 0;
 };
 

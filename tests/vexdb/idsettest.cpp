@@ -47,6 +47,36 @@ std::uint64_t numberAt(const CVexDbEntSetIterator& iterator)
 
 } // namespace
 
+TEST_F(IdSetTest, AppendingARunOverManyBlocksIsInsertingOneByOne)
+{
+    fill(3000);
+    for (const std::size_t run : {std::size_t{1}, std::size_t{128}, std::size_t{700}}) {
+        CVexDbIdSet appended;
+        std::vector<CVexDbObject*> part;
+        for (const auto& object : objects) {
+            part.push_back(object.get());
+            if (part.size() == run || object == objects.back()) {
+                appended.append(part);
+                part.clear();
+            }
+        }
+        EXPECT_TRUE(appended.isSound()) << run;
+        EXPECT_EQ(set, appended) << run;
+        EXPECT_EQ(set.revision(), appended.revision()) << run;
+    }
+}
+
+TEST_F(IdSetTest, AppendingWhatDoesNotAscendPutsEachAtItsPlace)
+{
+    Numbered nine(9), five(5), seven(7), otherSeven(7);
+    set.append(std::vector<CVexDbObject*>{&nine, &seven});
+    set.append(std::vector<CVexDbObject*>{&five, &otherSeven});
+    set.append({});
+    EXPECT_TRUE(set.isSound());
+    EXPECT_EQ((std::vector<std::uint64_t>{5, 7, 9}), numbersOf(set));
+    EXPECT_EQ(&seven, set.find(CVexDbObjectId(&otherSeven)).object());
+}
+
 TEST_F(IdSetTest, InsertKeepsCreationOrderAndTheFirstOfEqualNumbers)
 {
     Numbered nine(9), five(5), otherFive(5);

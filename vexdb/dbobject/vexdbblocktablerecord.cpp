@@ -99,6 +99,18 @@ int CVexDbBlockTableRecord::addEntity(const CVexDbObjectId& id)
     return getNumEntity();
 }
 
+int CVexDbBlockTableRecord::addEntities(std::span<CVexDbObject* const> entities)
+{
+    for (CVexDbObject* entity : entities) {
+        entity->setOwnerId(objectId());
+    }
+    m_entities.append(entities);
+    if (m_display != nullptr) {
+        m_display->addEntities(entities);
+    }
+    return getNumEntity();
+}
+
 int CVexDbBlockTableRecord::removeEntity(const CVexDbObjectId& id)
 {
     if (!contains(id)) {

@@ -31,6 +31,8 @@ public:
     /// Takes an entity in (class 29 among the attribute definitions), becomes its owner, and shows
     /// it in the block's view; gives the number of entities.
     int addEntity(const CVexDbObjectId& id);
+    /// The same for many, none of class 29.
+    int addEntities(std::span<CVexDbObject* const> entities);
     /// Takes it out of block and view; it has no owner then.
     int removeEntity(const CVexDbObjectId& id);
     /// True for an entity or attribute definition of this block.

@@ -89,7 +89,7 @@ CVexDbSpatialIndex* CVexDbDisplayTableRecord::index()
         m_index = std::make_unique<CVexDbSpatialIndex>(database()->spatialIndexes());
         m_indexRevision = m_displayed.revision() - 1;
     }
-    if (m_indexRevision != m_displayed.revision()) {
+    if (m_indexRevision != m_displayed.revision() || m_index->isOutgrown()) {
         m_index->rebuild(m_displayed);
         m_indexRevision = m_displayed.revision();
     }
@@ -105,6 +105,11 @@ void CVexDbDisplayTableRecord::addEntity(const CVexDbObjectId& id)
             return true;
         });
     }
+}
+
+void CVexDbDisplayTableRecord::addEntities(std::span<CVexDbObject* const> entities)
+{
+    m_displayed.append(entities); // the index is built anew when somebody asks
 }
 
 void CVexDbDisplayTableRecord::removeEntity(const CVexDbObjectId& id)

@@ -35,6 +35,7 @@ public:
     void getLimits(CVexGePoint2d& min, CVexGePoint2d& max) const;
     // What this view draws. A null identifier is ignored.
     void addEntity(const CVexDbObjectId& id);
+    void addEntities(std::span<CVexDbObject* const> entities);
     void removeEntity(const CVexDbObjectId& id);
     /// Shows exactly `set` from now on.
     void setEntityToMem(const CVexDbIdSet& set);

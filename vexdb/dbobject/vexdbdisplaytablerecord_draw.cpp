@@ -194,7 +194,10 @@ void CVexDbDisplayTableRecord::DrawEntities(CDC* dc)
     if (!m_visibleOnly && index() != nullptr && findNear(paintedArea(*dc))) {
         // An entity's drawing may ask this view something: the list is the pass's meanwhile.
         std::vector<CVexDbEntity*> near = std::move(m_near);
-        std::ranges::for_each(near, [&](CVexDbEntity* entity) { draw(*entity); });
+        visitFetched(near, [&](CVexDbEntity& entity) {
+            draw(entity);
+            return true;
+        });
         m_near = std::move(near);
     } else {
         visitAsItStands(setForPass(*dc, working), draw);

@@ -45,18 +45,17 @@ template <class Accept>
 bool CVexDbDisplayTableRecord::collectVisible(const CRect& area, CVexDbIdSet& out, Accept&& accept)
 {
     CVexDbIdSet found; // `out` may be what the view draws
-    const auto look = [&](CVexDbEntity& entity) {
+    const auto look = [&](CVexDbObject& object) {
+        auto& entity = static_cast<CVexDbEntity&>(object);
         if (entity.isVisiable() && accept(entity)) {
             found.insert(CVexDbObjectId(&entity));
         }
+        return true;
     };
     if (findNear(area)) {
-        std::ranges::for_each(m_near, [&](CVexDbEntity* entity) { look(*entity); });
+        visitFetched(m_near, look);
     } else {
-        m_displayed.visitObjects([&](CVexDbObject& object) {
-            look(static_cast<CVexDbEntity&>(object));
-            return true;
-        });
+        m_displayed.visitObjects(look);
     }
     out.swap(found);
     return !out.empty();

@@ -66,6 +66,15 @@ bool CVexDbEntityTable::addEntity(const CVexDbObjectId& id)
     return addUser(recordFor(id.getPObject()->classType()), id);
 }
 
+bool CVexDbEntityTable::addEntities(VexDb::ClassType type, std::span<CVexDbObject* const> entities)
+{
+    CVexDbEntityTableRecord* const record = recordFor(type);
+    if (record != nullptr) {
+        record->addRefEntities(entities);
+    }
+    return record != nullptr;
+}
+
 CVexDbEntityTableRecord* CVexDbEntityTable::recordFor(VexDb::ClassType type)
 {
     if (type >= kEntityClasses) {

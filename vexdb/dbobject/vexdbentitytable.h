@@ -20,6 +20,8 @@ public:
     /// Enters an entity in its kind's record, which is made if need be; false for a kind without a
     /// key.
     bool addEntity(const CVexDbObjectId& id);
+    /// The same for many of one class.
+    bool addEntities(VexDb::ClassType type, std::span<CVexDbObject* const> entities);
     bool removeEntity(const CVexDbObjectId& id);
 
 protected:

@@ -34,17 +34,46 @@ std::pair<CVexDbIdSet::const_iterator, bool> CVexDbIdSet::insertSlow(CVexDbObjec
     return {entered, true};
 }
 
+/// The last block, or a new one that begins with `key`.
+std::vector<CVexDbObject*>& CVexDbIdSet::blockWithRoom(std::uint64_t key)
+{
+    if (m_blocks.empty() || m_blocks.back().objects.size() == kBlockSize) {
+        m_blocks.push_back({key, {}});
+        if (m_blocks.size() > 1) {
+            m_blocks.back().objects.reserve(kBlockSize); // the set grows: no steps on the way
+        }
+    }
+    return m_blocks.back().objects;
+}
+
+void CVexDbIdSet::append(std::span<CVexDbObject* const> objects)
+{
+    const auto isNotBefore = [](const CVexDbObject* a, const CVexDbObject* b) {
+        return a->getCreatedTime() >= b->getCreatedTime();
+    };
+    const bool ascends = std::ranges::adjacent_find(objects, isNotBefore) == objects.end();
+    if (objects.empty() || !ascends || objects.front()->getCreatedTime() <= m_lastKey) {
+        for (CVexDbObject* object : objects) {
+            insert(CVexDbObjectId(object));
+        }
+        return;
+    }
+    m_lastKey = objects.back()->getCreatedTime();
+    m_size += objects.size();
+    m_revision += objects.size();
+    while (!objects.empty()) {
+        std::vector<CVexDbObject*>& block = blockWithRoom(objects.front()->getCreatedTime());
+        const auto part = objects.first(std::min(kBlockSize - block.size(), objects.size()));
+        block.insert(block.end(), part.begin(), part.end());
+        objects = objects.subspan(part.size());
+    }
+}
+
 CVexDbIdSet::const_iterator CVexDbIdSet::insertAt(const_iterator at, CVexDbObject* object,
                                                   std::uint64_t key)
 {
     if (at == end()) {
-        if (m_blocks.empty() || m_blocks.back().objects.size() == kBlockSize) {
-            m_blocks.push_back({key, {}});
-            if (m_blocks.size() > 1) {
-                m_blocks.back().objects.reserve(kBlockSize); // the set grows: no steps on the way
-            }
-        }
-        m_blocks.back().objects.push_back(object);
+        blockWithRoom(key).push_back(object);
         return const_iterator(m_blocks, m_blocks.size() - 1, m_blocks.back().objects.size() - 1);
     }
     std::size_t block = at.m_block;

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/base/vexexport.h"
+#include "vexdb/dbobject/vexdbfetch.h"
 #include "vexdb/dbobject/vexdbobject.h"
 #include "vexdb/dbobject/vexdbobjectid.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -103,6 +105,8 @@ public:
         }
         return insertSlow(object, key);
     }
+    /// As inserting them one after the other; quick where they ascend from above the last one.
+    void append(std::span<CVexDbObject* const> objects);
     /// Removes what equals it; 1 when it was there.
     std::size_t erase(const CVexDbObjectId& id);
     /// Gives the place behind it.
@@ -128,14 +132,9 @@ public:
     template <class Visit>
     bool visitObjects(Visit&& visit) const
     {
-        constexpr std::size_t kFetchedAhead = 8;
         for (const Block& block : m_blocks) {
-            const std::size_t count = block.objects.size();
-            for (std::size_t i = 0; i < count; ++i) {
-                fetch(block.objects[i + kFetchedAhead < count ? i + kFetchedAhead : i]);
-                if (!visit(*block.objects[i])) {
-                    return false;
-                }
+            if (!visitFetched(block.objects, visit)) {
+                return false;
             }
         }
         return true;
@@ -157,16 +156,7 @@ private:
     // that a set at the border does not split and join in turns.
     static constexpr std::size_t kJoinedSize = 256;
 
-    // The beginning of an object, and what follows: its geometry.
-    static void fetch(const CVexDbObject* object)
-    {
-        constexpr std::size_t kCacheLine = 64;
-        const auto* bytes = reinterpret_cast<const char*>(object);
-        __builtin_prefetch(bytes);
-        __builtin_prefetch(bytes + kCacheLine);
-        __builtin_prefetch(bytes + 2 * kCacheLine);
-        __builtin_prefetch(bytes + 3 * kCacheLine);
-    }
+    std::vector<CVexDbObject*>& blockWithRoom(std::uint64_t key);
     std::pair<const_iterator, bool> insertSlow(CVexDbObject* object, std::uint64_t key);
     const_iterator insertAt(const_iterator at, CVexDbObject* object, std::uint64_t key);
     void removeAt(std::size_t block, std::size_t slot);

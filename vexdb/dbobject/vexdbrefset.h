@@ -7,10 +7,15 @@ class CVexDbEntSetIterator;
 /// The entities that refer to a record: what stops it from being removed. Erased ones count.
 class VEXDB_EXPORT CVexDbRefSet {
 public:
-    // Both give the number of entities afterwards.
+    // They give the number of entities afterwards.
     int addRefEntity(const CVexDbObjectId& id)
     {
         m_entities.insert(id);
+        return getNumEntity();
+    }
+    int addRefEntities(std::span<CVexDbObject* const> entities)
+    {
+        m_entities.append(entities);
         return getNumEntity();
     }
     int removeRefEntity(const CVexDbObjectId& id)

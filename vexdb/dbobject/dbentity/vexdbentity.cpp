@@ -1,9 +1,9 @@
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 
 #include "vexdb/dbcommand/vexcommandhandler.h"
-#include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbcurve.h"
 #include "vexdb/dbobject/dbentity/vexdbentitykinds.h"
+#include "vexdb/dbobject/dbentity/vexdbentitypool.h"
 #include "vexdb/dbobject/dbentity/vexdbnamedrecord.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexdb/dbobject/dbentity/vexdbxdata.h"
@@ -53,6 +53,16 @@ CVexDbEntity::~CVexDbEntity()
         database()->commandHandler().forgetEntity(this);
     }
     ClearXData();
+}
+
+void* CVexDbEntity::operator new(std::size_t size)
+{
+    return CVexDbEntityPool::take(size);
+}
+
+void CVexDbEntity::operator delete(void* memory, std::size_t size) noexcept
+{
+    CVexDbEntityPool::give(memory, size);
 }
 
 void CVexDbEntity::noteMoved()
@@ -331,21 +341,6 @@ void CVexDbEntity::detach()
 {
     takeFreshIdentity();
     m_dbEntity = false;
-}
-
-void CVexDbEntity::recordEndMove(int end, const CVexGeVector2d& displacement)
-{
-    CVexDbDatabase* drawing = database() != nullptr ? database() : _gpDatabase;
-    if (drawing == nullptr) {
-        return;
-    }
-    tagUndoEditEntity edit;
-    edit.continues = false;
-    edit.editType = kUndoMovePoint;
-    edit.entity = objectId();
-    edit.index = end;
-    edit.vector = displacement;
-    drawing->undoHandler().AddUndo(&edit);
 }
 
 void CVexDbEntity::makeProperty()

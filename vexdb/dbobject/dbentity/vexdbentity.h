@@ -8,6 +8,7 @@
 #include "vexge/geentity2d/vexgeentity2d.h"
 #include "vexge/gemath/vexgepoint2d.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -48,6 +49,9 @@ public:
     /// Shares the source's extended data list, which is freed once, with its last holder.
     CVexDbEntity(const CVexDbEntity& other);
     ~CVexDbEntity() override;
+    // Entities lie side by side in a pool of their own.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* memory, std::size_t size) noexcept;
     /// The entity record alone: a concrete class writes the object's bytes before it.
     bool save() override;
     bool read() override;
@@ -233,8 +237,6 @@ protected:
     void addShapeRow(const CString& name, const double& value);
     /// Makes a plain copy a thing of its own: fresh identity, not in the database.
     void detach();
-    /// Records for undo that an end (0 start, 1 end) is about to move by `displacement`.
-    void recordEndMove(int end, const CVexGeVector2d& displacement);
 
     PointList m_gripPoints;
     std::int32_t m_boundary = 0;

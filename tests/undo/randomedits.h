@@ -1,8 +1,11 @@
 #pragma once
 
 #include "tests/undo/undofixture.h"
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <random>
 #include <vector>
@@ -107,15 +110,49 @@ protected:
         rect.setRightBottom(rightBottom);
     }
 
+    void turnEnd(CVexDbArc& arc, double angle, bool continues)
+    {
+        tagUndoEditEntity record = about(arc, kUndoChangeAngle, continues);
+        record.index = below(2);
+        record.point.x = record.index == 0 ? arc.StartAngle() : arc.EndAngle();
+        record.vector = CVexGeVector2d(record.point.x);
+        push(record);
+        record.index == 0 ? arc.setStartAngle(angle) : arc.setEndAngle(angle);
+    }
+    template <class Round>
+    void resize(Round& entity, double radius, bool continues)
+    {
+        tagUndoEditEntity record = about(entity, kUndoChangeSize, continues);
+        record.vector.x = entity.Radius();
+        push(record);
+        entity.setRadius(radius);
+    }
+    /// Trims an arc or circle at a line through its centre; what is left over joins the drawing in
+    /// the same step.
+    template <class Round>
+    void trim(Round& entity)
+    {
+        const CVexGeVector2d across = vector(10) * 100.0;
+        CVexDbLine cutter(entity.Center() - across, entity.Center() + across);
+        std::vector<CVexDbEntity*> cutters{&cutter};
+        CVexGePoint2d pick = entity.Center() + vector(10);
+        if (CVexDbEntity* const rest = entity.Trim(pick, cutters, kGeEpsilon); rest != nullptr) {
+            m_all.push_back(addTo(m_drawing, rest));
+            push(about(*rest, kUndoCreate, true));
+        }
+    }
+
 private:
     CVexDbEntity& add()
     {
         const CVexGePoint2d at = point(400);
         const CVexGeVector2d size = vector(40);
         CVexDbEntity* made = nullptr;
-        switch (below(3)) {
+        switch (below(5)) {
         case 0: made = new CVexDbLine(at, at + size); break;
         case 1: made = new CVexDbBox(at, size.x, size.y, 0.0); break;
+        case 2: made = new CVexDbArc(at, std::fabs(size.x) + 1.0, size.y, size.x); break;
+        case 3: made = new CVexDbCircle(at, std::fabs(size.x) + 1.0); break;
         default: made = new CVexDbRect(at, at + size); break;
         }
         m_all.push_back(addTo(m_drawing, made));
@@ -257,11 +294,25 @@ private:
         case VexDb::kBox:
             resize(static_cast<CVexDbBox&>(entity), coordinate(40), coordinate(40), continues);
             break;
+        case VexDb::kArc: reshapeArc(static_cast<CVexDbArc&>(entity), continues); break;
+        case VexDb::kCircle:
+            below(2) == 0 ? trim(static_cast<CVexDbCircle&>(entity))
+                          : resize(static_cast<CVexDbCircle&>(entity), radius(), continues);
+            break;
         default:
             setSides(static_cast<CVexDbRect&>(entity), point(400), point(400), continues);
             break;
         }
     }
+    void reshapeArc(CVexDbArc& arc, bool continues)
+    {
+        switch (below(4)) {
+        case 0: resize(arc, radius(), continues); break;
+        case 1: turnEnd(arc, coordinate(8), continues); break;
+        default: trim(arc); break;
+        }
+    }
+    double radius() { return std::fabs(coordinate(40)) + 1.0; }
 };
 
 /// Turns, scales and moves by any numbers; what comes back has lost the last digits.

@@ -17,9 +17,9 @@ struct VexUndoClass {
     /// The class's handler also moves, mirrors, turns and scales, in place of the virtual
     /// operations.
     bool ownTransforms = false;
-    /// Whether the opposite edit would not bring the shape back, so that the record keeps it; null:
-    /// it always would.
-    bool (*losesShape)(const CVexDbEntity&, const tagUndoEditEntity&) = nullptr;
+    /// The shape of now, for a record whose opposite edit would not bring it back; null where it
+    /// would, and with no function it always does.
+    std::shared_ptr<VexUndoData> (*keepShape)(CVexDbEntity&, const tagUndoEditEntity&) = nullptr;
 };
 
 /// The row of a class; null for one whose edits are not recorded.

@@ -103,15 +103,29 @@ public:
 
     // Classify the current record: what every entity shares goes to class 0.
     bool MakeUndoEntity();
+    bool MakeUndoArc();
     bool MakeUndoBox();
+    bool MakeUndoCircle();
     bool MakeUndoLine();
+    bool MakeUndoPolyline();
     bool MakeUndoRect();
     // Apply the current record and turn it into its inverse.
     bool UndoEntity(bool redo);
+    /// kUndoChangeAngle: the start (index 0) or end angle swapped with that of `vector`, to the bit
+    /// where `point.x` is that angle, too; kUndoChangeSize: the radius swapped with `vector.x`.
+    bool UndoArc(bool redo);
+    /// kUndoChangeSize: the radius swapped with `vector.x`.
+    bool UndoCircle(bool redo);
     /// kUndoMovePoint: width and height swapped with `vector`.
     bool UndoBox(bool redo);
-    /// kUndoMovePoint: the start (index 0) or end moved by minus `vector`.
+    /// kUndoMovePoint: the start (index 0) or end moved by minus `vector`, to the bit where `point`
+    /// is the place that it came from.
     bool UndoLine(bool redo);
+    /// The vertex at `index`: its bulge swapped with `vector.x`, its place with `point`, itself
+    /// taken out or put in; closing, direction and start (`index`) of the polyline turned back.
+    /// Records of closing, opening and another start are made before these are done: they keep what
+    /// is lost.
+    bool UndoPolyline(bool redo);
     /// kUndoChangeSize: the sides swapped with `point` (left, top) and `vector` (right, bottom);
     /// kUndoMovePoint: the left top (index 0) or right bottom swapped with `point`.
     bool UndoRect(bool redo);

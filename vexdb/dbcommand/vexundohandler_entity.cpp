@@ -87,12 +87,14 @@ void CVexUndoHandler::keepWhatIsLost()
     if (isPresence(edit.editType) && edit.other.isNull()) {
         edit.other = blockOf(entity);
     }
-    if (edit.data != nullptr || !isTransform(edit.editType)) {
+    if (edit.data != nullptr) {
         return;
     }
-    const auto losesShape = undoClass(entity.classType())->losesShape;
-    if (collapses(edit) || (losesShape != nullptr && losesShape(entity, edit))) {
+    const auto keepShape = undoClass(entity.classType())->keepShape;
+    if (collapses(edit)) {
         edit.data = VexUndoGeometry::of(entity);
+    } else if (keepShape != nullptr) {
+        edit.data = keepShape(entity, edit);
     }
 }
 

@@ -1,76 +1,47 @@
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
 
-#include "platform/base/cfile.h"
-#include "vexdb/dbobject/dbentity/vexdbcurvevisit.h"
 #include "vexdb/dbobject/dbentity/vexdbextents.h"
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/dbentity/vexdbpenframe.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
+#include "vexge/geentity2d/vexgeline2d.h"
 
 #include <algorithm>
 
-CVexDbBox::CVexDbBox(CVexDbDatabase* database) : CVexDbCurve(database)
+CVexDbBox::CVexDbBox(CVexDbDatabase* database) : CVexDbCurveOf(database, VexDb::kBox, kStatusEntity)
 {
-    setClassInfo();
 }
 
-CVexDbBox::CVexDbBox(const CVexDbBox& other) : CVexDbCurve(other), m_rect(other.m_rect)
-{
-    setClassInfo();
-}
+CVexDbBox::CVexDbBox(const CVexDbBox& other) = default;
 
 CVexDbBox::CVexDbBox(const CVexGePoint2d& base, const CVexGeVector2d& size, double rotation)
-    : CVexDbCurve(nullptr), m_rect(base, size, rotation)
+    : CVexDbCurveOf(nullptr, CVexGeRect2d(base, size, rotation), VexDb::kBox, kStatusEntity)
 {
-    setClassInfo();
-    renewGrips();
+    geometryChanged();
 }
 
 CVexDbBox::CVexDbBox(const CVexGePoint2d& base, double width, double height, double rotation)
-    : CVexDbCurve(nullptr), m_rect(base, width, height, rotation)
+    : CVexDbCurveOf(nullptr, CVexGeRect2d(base, width, height, rotation), VexDb::kBox,
+                    kStatusEntity)
 {
-    setClassInfo();
-    renewGrips();
+    geometryChanged();
 }
 
 CVexDbBox::~CVexDbBox() = default;
 
-void CVexDbBox::setClassInfo()
-{
-    CVexDbCurve::setClassInfo(VexDb::kBox, kStatusEntity, &m_rect);
-}
-
-CVexDbBox& CVexDbBox::operator=(const CVexDbBox& other)
-{
-    CVexDbCurve::operator=(other);
-    m_rect = other.m_rect;
-    renewGrips();
-    return *this;
-}
+CVexDbBox& CVexDbBox::operator=(const CVexDbBox& other) = default;
 
 CVexDbBox& CVexDbBox::operator=(const CVexDbEntity& other)
 {
-    if (other.classType() == classType()) {
-        *this = static_cast<const CVexDbBox&>(other);
-    }
-    CopyEntProperties(other);
+    CVexDbCurveOf::operator=(other);
     return *this;
-}
-
-bool CVexDbBox::save()
-{
-    return saveRecord([this](CFile& out) { m_rect.save(&out); });
-}
-
-bool CVexDbBox::read()
-{
-    return readRecord([this](CFile& in) { m_rect.read(&in); });
 }
 
 std::array<CVexGePoint2d, 4> CVexDbBox::corners() const
 {
     PointList vertices;
-    m_rect.getVertex(vertices);
+    m_geometry.getVertex(vertices);
     return {vertices[0], vertices[1], vertices[2], vertices[3]};
 }
 
@@ -112,11 +83,11 @@ void CVexDbBox::Draw(CDC* dc)
 void CVexDbBox::makeProperty()
 {
     CVexDbCurve::makeProperty();
-    addShapeRow(L"X Base", m_rect.basePoint().x);
-    addShapeRow(L"Y Base", m_rect.basePoint().y);
-    addShapeRow(L"Width", m_rect.width());
-    addShapeRow(L"Height", m_rect.height());
-    addShapeRow(L"Rotation", m_rect.rotation());
+    addShapeRow(L"X Base", m_geometry.basePoint().x);
+    addShapeRow(L"Y Base", m_geometry.basePoint().y);
+    addShapeRow(L"Width", m_geometry.width());
+    addShapeRow(L"Height", m_geometry.height());
+    addShapeRow(L"Rotation", m_geometry.rotation());
 }
 
 bool CVexDbBox::checkInsideOrCross(CVexGePoint2d& a, CVexGePoint2d& b)
@@ -131,61 +102,22 @@ bool CVexDbBox::checkInside(CVexGePoint2d& a, CVexGePoint2d& b)
         corners(), [&](const CVexGePoint2d& corner) { return IsInsideRect(a, b, corner); });
 }
 
-CVexGePolyline2d CVexDbBox::outline() const
-{
-    CVexGePolyline2d polyline;
-    GetPolyline(polyline);
-    return polyline;
-}
-
-bool CVexDbBox::intersectWith(CVexDbEntity& other, int& count, PointList& points, Intersect kind,
-                              double tol) const
-{
-    return visitCurve(other, [&](const auto& curve) {
-        return intersectionOf(outline(), curve, count, points, kind, tol);
-    });
-}
-
-bool CVexDbBox::intersectWith(const CVexGeEllipArc2d& other, int& count, PointList& points,
-                              Intersect kind, double tol) const
-{
-    return intersectionOf(outline(), other, count, points, kind, tol);
-}
-
-bool CVexDbBox::intersectWith(const CVexGeCircArc2d& other, int& count, PointList& points,
-                              Intersect kind, double tol) const
-{
-    return intersectionOf(outline(), other, count, points, kind, tol);
-}
-
-bool CVexDbBox::intersectWith(const CVexGeLine2d& other, int& count, PointList& points,
-                              Intersect kind, double tol) const
-{
-    return intersectionOf(outline(), other, count, points, kind, tol);
-}
-
-bool CVexDbBox::getOffset(CVexGePoint2d& side, CVexDbEntity*& result, double distance)
-{
-    return makeOffset(*this, result,
-                      [&](CVexDbBox& moved) { return moved.m_rect.offset(side, distance); });
-}
-
 void CVexDbBox::Set(const CVexGePoint2d& base, const CVexGeVector2d& size, double rotation)
 {
-    m_rect.set(base, size, rotation);
-    renewGrips();
+    m_geometry.set(base, size, rotation);
+    geometryChanged();
 }
 
 void CVexDbBox::Set(const CVexGePoint2d& base, double width, double height, double rotation)
 {
-    m_rect.set(base, width, height, rotation);
-    renewGrips();
+    m_geometry.set(base, width, height, rotation);
+    geometryChanged();
 }
 
 void CVexDbBox::SetBasePoint(const CVexGePoint2d& point)
 {
-    m_rect.setBasePoint(point);
-    renewGrips();
+    m_geometry.setBasePoint(point);
+    geometryChanged();
 }
 
 void CVexDbBox::SetDiagonalPoint(const CVexGePoint2d& point)
@@ -195,23 +127,31 @@ void CVexDbBox::SetDiagonalPoint(const CVexGePoint2d& point)
 
 void CVexDbBox::SetWidth(double width)
 {
-    m_rect.setWidth(width);
-    renewGrips();
+    m_geometry.setWidth(width);
+    geometryChanged();
 }
 
 void CVexDbBox::SetHeight(double height)
 {
-    m_rect.setHeight(height);
-    renewGrips();
+    m_geometry.setHeight(height);
+    geometryChanged();
 }
 
 void CVexDbBox::SetRotation(double rotation)
 {
-    m_rect.setRotation(rotation);
-    renewGrips();
+    m_geometry.setRotation(rotation);
+    geometryChanged();
 }
 
 void CVexDbBox::GetPolyline(CVexGePolyline2d& out) const
 {
-    m_rect.getPolyline(out);
+    m_geometry.getPolyline(out);
+}
+
+void CVexDbBox::ConvertToPolyline(CVexDbPolyline& polyline) const
+{
+    polyline.CVexDbEntity::operator=(*this);
+    CVexGePolyline2d outline;
+    GetPolyline(outline);
+    polyline.SetGeometry(outline);
 }

@@ -1,14 +1,15 @@
 #pragma once
 
-#include "vexdb/dbobject/dbentity/vexdbcurve.h"
+#include "vexdb/dbobject/dbentity/vexdbcurveof.h"
 #include "vexge/geentity2d/vexgerect2d.h"
 
 #include <array>
 
+class CVexDbPolyline;
 class CVexGePolyline2d;
 
 /// A rectangle in any direction, as a closed curve.
-class VEXDB_EXPORT CVexDbBox : public CVexDbCurve {
+class VEXDB_EXPORT CVexDbBox : public CVexDbCurveOf<CVexGeRect2d> {
 public:
     explicit CVexDbBox(CVexDbDatabase* database);
     CVexDbBox(const CVexDbBox& other);
@@ -19,8 +20,6 @@ public:
     CVexDbBox& operator=(const CVexDbBox& other);
     CVexDbBox& operator=(const CVexDbEntity& other) override;
 
-    bool save() override;
-    bool read() override;
     /// Corner, middle of the side behind it, next corner, and so on round.
     void setGripPoints() override;
     CVexDbRect GetOutRect() override;
@@ -31,17 +30,8 @@ public:
     bool checkInsideOrCross(CVexGePoint2d& a, CVexGePoint2d& b) override;
     bool checkInside(CVexGePoint2d& a, CVexGePoint2d& b) override;
     using CVexDbEntity::Draw;
-    bool intersectWith(CVexDbEntity& other, int& count, PointList& points, Intersect kind,
-                       double tol) const override;
-    bool intersectWith(const CVexGeEllipArc2d& other, int& count, PointList& points, Intersect kind,
-                       double tol) const override;
-    bool intersectWith(const CVexGeCircArc2d& other, int& count, PointList& points, Intersect kind,
-                       double tol) const override;
-    bool intersectWith(const CVexGeLine2d& other, int& count, PointList& points, Intersect kind,
-                       double tol) const override;
-    bool getOffset(CVexGePoint2d& side, CVexDbEntity*& result, double distance) override;
 
-    [[nodiscard]] const CVexGeRect2d& geRect() const { return m_rect; }
+    [[nodiscard]] const CVexGeRect2d& geRect() const { return m_geometry; }
     // These refresh the grips. Set by width and height, SetWidth and SetHeight put the corner
     // opposite the base where an unrotated box has it, as the geometry does.
     void Set(const CVexGePoint2d& base, const CVexGeVector2d& size, double rotation = 0.0);
@@ -53,20 +43,19 @@ public:
     void SetHeight(double height);
     /// Radians, about the base.
     void SetRotation(double rotation);
-    [[nodiscard]] double Width() const { return m_rect.width(); }
-    [[nodiscard]] double Height() const { return m_rect.height(); }
+    [[nodiscard]] double Width() const { return m_geometry.width(); }
+    [[nodiscard]] double Height() const { return m_geometry.height(); }
     /// The diagonal's length.
-    [[nodiscard]] double Diagonal() const { return m_rect.diagonal(); }
-    [[nodiscard]] double Rotation() const { return m_rect.rotation(); }
-    [[nodiscard]] CVexGePoint2d BasePoint() const { return m_rect.basePoint(); }
+    [[nodiscard]] double Diagonal() const { return m_geometry.diagonal(); }
+    [[nodiscard]] double Rotation() const { return m_geometry.rotation(); }
+    [[nodiscard]] CVexGePoint2d BasePoint() const { return m_geometry.basePoint(); }
     /// The corner opposite the base.
-    void GetDiagonPoint(CVexGePoint2d& out) const { m_rect.getDiagonPoint(out); }
+    void GetDiagonPoint(CVexGePoint2d& out) const { m_geometry.getDiagonPoint(out); }
     void GetPolyline(CVexGePolyline2d& out) const;
+    /// Gives `polyline` the outline in place of its vertices, and layer, linetype, colour and
+    /// weight.
+    void ConvertToPolyline(CVexDbPolyline& polyline) const;
 
 private:
-    void setClassInfo();
     [[nodiscard]] std::array<CVexGePoint2d, 4> corners() const;
-    [[nodiscard]] CVexGePolyline2d outline() const;
-
-    CVexGeRect2d m_rect;
 };

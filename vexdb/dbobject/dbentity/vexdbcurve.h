@@ -2,8 +2,6 @@
 
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 
-#include <memory>
-
 /// An entity that is one curve of the kernel: its queries are the curve's.
 class VEXDB_EXPORT CVexDbCurve : public CVexDbEntity {
 public:
@@ -40,18 +38,6 @@ public:
 
 protected:
     void setClassInfo(VexDb::ClassType type, int statusBits, CVexGeEntity2d* geometry);
-    /// A new `Entity` like `source`, in no block, whose geometry `offset` moves; where that
-    /// refuses, null and false.
-    template <class Entity, class Offset>
-    static bool makeOffset(const Entity& source, CVexDbEntity*& result, Offset&& offset)
-    {
-        auto moved = std::make_unique<Entity>(source.database());
-        *moved = source;
-        const bool accepted = offset(*moved);
-        moved->renewGrips();
-        result = accepted ? moved.release() : nullptr;
-        return accepted;
-    }
     bool m_grVertexValid = false;
 
 private:

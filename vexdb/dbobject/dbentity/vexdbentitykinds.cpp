@@ -1,8 +1,11 @@
 #include "vexdb/dbobject/dbentity/vexdbentitykinds.h"
 
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 
 #include <algorithm>
@@ -16,6 +19,12 @@ CVexDbEntity* make(CVexDbDatabase* database)
     return new Entity(database);
 }
 
+template <>
+CVexDbEntity* make<CVexDbPolyline>(CVexDbDatabase* database)
+{
+    return new CVexDbPolyline(0, database);
+}
+
 template <class Entity>
 CVexDbEntity* copy(const CVexDbEntity& source)
 {
@@ -25,6 +34,12 @@ CVexDbEntity* copy(const CVexDbEntity& source)
 bool always(const CVexDbCurve& /*curve*/)
 {
     return true;
+}
+
+template <class Entity>
+bool ifClosed(const CVexDbCurve& curve)
+{
+    return static_cast<const Entity&>(curve).Closed();
 }
 
 /// Adapts an operation of a concrete class to the table's row.
@@ -66,7 +81,10 @@ constexpr VexDbEntityKind row(VexDb::ClassType type, bool (*isClosed)(const CVex
 }
 
 constexpr std::array kKinds = {
+    row<CVexDbArc>(VexDb::kArc, nullptr),
+    row<CVexDbCircle>(VexDb::kCircle, &always),
     row<CVexDbLine>(VexDb::kLine, nullptr),
+    row<CVexDbPolyline>(VexDb::kPolyline, &ifClosed<CVexDbPolyline>),
     row<CVexDbPoint>(VexDb::kPoint, nullptr, kPointTransforms),
     row<CVexDbRect>(VexDb::kRectangle, nullptr, kRectTransforms),
     row<CVexDbBox>(VexDb::kBox, &always),

@@ -29,6 +29,9 @@ struct VexDbEntityKind {
     CVexDbEntity* (*copy)(const CVexDbEntity&) = nullptr;
     bool (*isClosed)(const CVexDbCurve&) = nullptr; // null: never
     VexDbEntityTransforms transforms = {};
+    /// Adds what the entity is made of to the drawing, each with its undo record, and leaves the
+    /// entity itself to the command that asked; null for a kind that stays whole.
+    void (*explode)(CVexDbEntity&) = nullptr;
 };
 
 /// The row of a class; an empty one, nothing but nulls, for a class without.

@@ -1,13 +1,17 @@
 #include "fuzz/fuzzdrawing.h"
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexdb/vexdbdatabase.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string_view>
 
 // Writes the seeds of the fuzz targets: small good files, from which a fuzzer starts.
@@ -44,9 +48,17 @@ void addEntities(CVexDbDatabase& drawing)
 {
     CVexDbObjectId id;
     drawing.addEntity(new CVexDbLine({0.0, 0.0}, {100.0, 50.0}), id);
+    drawing.addEntity(new CVexDbArc({40.0, 30.0}, 15.0, 5.5, 0.75), id);
+    drawing.addEntity(new CVexDbCircle({70.0, 30.0}, 12.5), id);
     drawing.addEntity(new CVexDbBox({20.0, 20.0}, 30.0, 40.0, 0.5), id);
     drawing.addEntity(new CVexDbRect(CVexGePoint2d(1.0, 2.0), CVexGePoint2d(3.0, 4.0)), id);
     drawing.addEntity(new CVexDbPoint(CVexGePoint2d(7.0, 8.0)), id);
+    auto polyline = std::make_unique<CVexDbPolyline>(0, &drawing);
+    polyline->SetVertexes({{0.0, 0.0}, {30.0, 0.0}, {30.0, 20.0}}, true);
+    polyline->SetBulgeAt(1, -0.5);
+    polyline->SetWidthsAt(2, 0.25, 0.75);
+    polyline->SetFill(true);
+    drawing.addEntity(polyline.release(), id);
 }
 
 // What is typed and clicked (see fuzz_session.cpp for the bytes), scripts and the text files.
@@ -64,6 +76,16 @@ void putSession(const std::filesystem::path& corpus)
         "line 10,10 50,10\n\n@click 20,10\n@press 50,10\n@release 60,20\n@key Delete\n");
     put(corpus / "commands/short", "; names\n101 LINE L ;\n2001\tUNDO U; take back\nno end\n");
     put(corpus / "messages/short", "; prompts\nSpecify start point: ;\n\nno end\nText;more;\n");
+}
+
+// Scripts of editing commands (see fuzz_editing.cpp for the bytes).
+void putEditing(const std::filesystem::path& corpus)
+{
+    put(corpus / "editing/move", std::string_view("\x01\x50\x00\x06\x02\xa8\xab\xac", 8));
+    put(corpus / "editing/trim",
+        std::string_view("\x07\x50\x00\x06\x02\xa8\x50\x00\x0a\x01\xa8\x10", 12));
+    put(corpus / "editing/turn",
+        std::string_view("\x50\x00\x06\x02\x04\xab\xac\xb3\x03\xac\xb3\x10\x10\x11", 14));
 }
 
 } // namespace
@@ -87,6 +109,7 @@ int main(int count, char** arguments)
     putBlocks(corpus / "blocks/view", filled);
     put(corpus / "linetype/dashed", "*DASHED,__ __ __\nA,0.5,-0.25\n");
     putSession(corpus);
+    putEditing(corpus);
     put(corpus / "linetype/dots",
         "; dots\n*DOT,. . .\nA,0,-0.2\n*DASHDOT,__ . __\nA,.5,-.25,0,-.25\n");
     return 0;

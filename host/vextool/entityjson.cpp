@@ -1,7 +1,10 @@
 #include "host/vextool/entityjson.h"
 
+#include "host/vextool/polylinejson.h"
 #include "host/vextool/xdatajson.h"
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
@@ -37,6 +40,40 @@ std::unique_ptr<CVexDbEntity> makeLine(JsonFields& fields, CVexDbDatabase* datab
     const CVexGePoint2d start = fields.point("start");
     line->set(start, fields.point("end"));
     return line;
+}
+
+void writeArc(CVexDbEntity& entity, JsonObject& object)
+{
+    auto& arc = static_cast<CVexDbArc&>(entity);
+    object["center"] = pointOut(arc.Center());
+    object["radius"] = numberOut(arc.Radius());
+    object["startAngle"] = numberOut(arc.StartAngle());
+    object["endAngle"] = numberOut(arc.EndAngle());
+}
+
+std::unique_ptr<CVexDbEntity> makeArc(JsonFields& fields, CVexDbDatabase* database)
+{
+    auto arc = std::make_unique<CVexDbArc>(database);
+    const CVexGePoint2d center = fields.point("center");
+    const double radius = fields.number("radius");
+    const double start = fields.number("startAngle");
+    arc->set(center, radius, start, fields.number("endAngle"));
+    return arc;
+}
+
+void writeCircle(CVexDbEntity& entity, JsonObject& object)
+{
+    auto& circle = static_cast<CVexDbCircle&>(entity);
+    object["center"] = pointOut(circle.Center());
+    object["radius"] = numberOut(circle.Radius());
+}
+
+std::unique_ptr<CVexDbEntity> makeCircle(JsonFields& fields, CVexDbDatabase* database)
+{
+    auto circle = std::make_unique<CVexDbCircle>(database);
+    circle->setCenter(fields.point("center"));
+    circle->setRadius(fields.number("radius"));
+    return circle;
 }
 
 void writeBox(CVexDbEntity& entity, JsonObject& object)
@@ -93,7 +130,10 @@ std::unique_ptr<CVexDbEntity> makePoint(JsonFields& fields, CVexDbDatabase* data
 }
 
 constexpr std::array kShapes{
+    ShapeRow{VexDb::kArc, "arc", writeArc, makeArc},
+    ShapeRow{VexDb::kCircle, "circle", writeCircle, makeCircle},
     ShapeRow{VexDb::kLine, "line", writeLine, makeLine},
+    ShapeRow{VexDb::kPolyline, "polyline", writePolyline, makePolyline},
     ShapeRow{VexDb::kBox, "box", writeBox, makeBox},
     ShapeRow{VexDb::kRectangle, "rectangle", writeRectangle, makeRectangle},
     ShapeRow{VexDb::kPoint, "point", writePoint, makePoint},

@@ -58,11 +58,18 @@ protected:
               "\n"
               R"({"kind":"line","layer":"Steel","start":[0,0],"end":[100,50]})"
               "\n"
+              R"({"kind":"arc","center":[40,30],"radius":15,"startAngle":5.5,"endAngle":0.75})"
+              "\n"
+              R"({"kind":"circle","layer":"Steel","center":[70,30],"radius":12.5})"
+              "\n"
               R"({"kind":"box","base":[10,10],"width":20,"height":5,"rotation":0.5,"color":1})"
               "\n"
               R"({"kind":"rectangle","leftTop":[0,0],"rightBottom":[120,80],"weight":50})"
               "\n"
               R"({"kind":"point","position":[60,40],"size":2,"fill":true,"linetype":"ByLayer"})"
+              "\n"
+              R"({"kind":"polyline","vertices":[{"point":[5,60]},{"point":[40,60],"bulge":-0.5},)"
+              R"({"point":[40,75],"startWidth":1,"endWidth":2}],"closed":true,"fill":true})"
               "\n");
         EXPECT_EQ(run("new " + name + " --from sample.jsonl").code, 0);
         return path(name);

@@ -65,6 +65,35 @@ TEST_F(ToolTest, DumpIsWhatNewMakesAgain)
     EXPECT_NE(first.out.find(R"("start":[0.0,0.0],"end":[100.0,50.0])"), std::string::npos);
 }
 
+TEST_F(ToolTest, ArcAndCircleAreDumpedAsTheyAreHeld)
+{
+    write("a.jsonl", R"({"kind":"arc","center":[1,2],"radius":3,"startAngle":-0.25,"endAngle":7})"
+                     "\n"
+                     R"({"kind":"circle","center":[4,5],"radius":6.5})"
+                     "\n");
+    ASSERT_EQ(run("new a.zpl --from a.jsonl").code, 0);
+    EXPECT_EQ(run("check a.zpl").code, 0);
+    const std::string dump = run("dump a.zpl").out;
+    EXPECT_NE(dump.find(R"("center":[1.0,2.0],"radius":3.0,"startAngle":-0.25,"endAngle":7.0)"),
+              std::string::npos);
+    EXPECT_NE(dump.find(R"("center":[4.0,5.0],"radius":6.5})"), std::string::npos);
+}
+
+TEST_F(ToolTest, PolylineIsDumpedVertexByVertex)
+{
+    write("p.jsonl", R"({"kind":"polyline","vertices":[{"point":[0,0],"bulge":1},{"point":[9,0]},)"
+                     R"({"point":[9,4],"startWidth":0,"endWidth":-1}],"closed":true,)"
+                     R"("fill":true,"fillMode":5})");
+    ASSERT_EQ(run("new p.zpl --from p.jsonl").code, 0);
+    EXPECT_EQ(run("check p.zpl").code, 0);
+    EXPECT_NE(
+        run("dump p.zpl")
+            .out.find(R"("vertices":[{"point":[0.0,0.0],"bulge":1.0},{"point":[9.0,0.0]},)"
+                      R"({"point":[9.0,4.0],"startWidth":0.0,"endWidth":-1.0}],"closed":true,)"
+                      R"("fill":true,"fillMode":5)"),
+        std::string::npos);
+}
+
 TEST_F(ToolTest, DumpAndNewKeepWhatNoPictureShows)
 {
     const char* const lines[] = {
@@ -257,6 +286,13 @@ TEST_F(ToolTest, BadInputLineIsNamedByNumberAndNothingIsWritten)
         {R"({"kind":"line","start":[0,0],"end":[1,1],"layer":5})", "\"layer\" is not a text"},
         {R"({"kind":"line","start":[0,0],"end":[1,1],"colour":1})", "\"colour\" is not known here"},
         {R"({"kind":"point","position":[0,0],"fill":1})", "\"fill\" is not true or false"},
+        {R"({"kind":"circle","center":[0,0]})", "\"radius\" is missing"},
+        {R"({"kind":"arc","center":[0,0],"radius":1,"startAngle":0})", "\"endAngle\" is missing"},
+        {R"({"kind":"polyline"})", "\"vertices\" is missing"},
+        {R"({"kind":"polyline","vertices":[[1,2]]})", "\"vertices\" is not made of objects"},
+        {R"({"kind":"polyline","vertices":[{"bulge":1}]})", "in a vertex: \"point\" is missing"},
+        {R"({"kind":"polyline","vertices":[{"point":[1,2],"width":1}]})",
+         "in a vertex: \"width\" is not known here"},
         {R"({"kind":"color","name":"red"})", "a colour's \"name\" is its index from 0 to 256"},
         {R"({"kind":"point","position":[0,0],"xdata":[{"type":3004,"bytes":"00"}]})",
          "\"xdata\": \"bytes\" is not 48 hexadecimal digits"}};

@@ -6,6 +6,7 @@
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexdb/dbobject/dbentity/vexdbxdata.h"
 #include "vexdb/vexdbdatabase.h"

@@ -1,4 +1,6 @@
 #include "tests/file/golden.h"
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
 
 namespace {
 
@@ -20,6 +22,74 @@ TEST_F(GoldenTest, LineIsItsTwoEnds)
     Bytes entities = goldenEntity(drawing, line->hardObjectId(), 6);
     entities.point(10.5, -20.0).point(1e6, 0.25);
     EXPECT_SAME_BYTES(goldenDrawing(drawing, 1, entities), saved(drawing));
+}
+
+TEST_F(GoldenTest, ArcIsRadiusAnglesCentre)
+{
+    auto* arc = addTo(drawing, new CVexDbArc({10.5, -20.0}, 7.25, 0.5, 1.75));
+    Bytes entities = goldenEntity(drawing, arc->hardObjectId(), 2);
+    entities.f64(7.25).f64(0.5).f64(1.75).point(10.5, -20.0);
+    EXPECT_SAME_BYTES(goldenDrawing(drawing, 1, entities), saved(drawing));
+}
+
+TEST_F(GoldenTest, CircleIsAnArcOfAWholeTurn)
+{
+    auto* circle = addTo(drawing, new CVexDbCircle({10.5, -20.0}, 7.25));
+    Bytes entities = goldenEntity(drawing, circle->hardObjectId(), 3);
+    entities.f64(7.25).f64(0.0).u64(0x401921fb54442d18); // 2 pi
+    entities.point(10.5, -20.0);
+    EXPECT_SAME_BYTES(goldenDrawing(drawing, 1, entities), saved(drawing));
+}
+
+TEST_F(GoldenTest, ArcAndCircleCarryTextsAndNumbersBehindTheEntityRecord)
+{
+    auto* arc = addTo(drawing, new CVexDbArc({1.0, 2.0}, 3.0, -0.25, 7.0));
+    auto* circle = addTo(drawing, new CVexDbCircle({4.0, 5.0}, 6.0));
+    giveXData(*arc, L"bend", 90.0);
+    giveXData(*circle, L"", 16.0);
+    Bytes entities;
+    entities.u32(2).object(arc->hardObjectId(), 2, 4);
+    entities.u64(numberOf(drawing.layers(), L"0"));
+    entities.u64(numberOf(drawing.linetypes(), L"ByLayer")).i32(256).i32(-1).u16(2);
+    entities.i32(3007).zeros(4).u16(4).zeros(22).text("bend", 4);
+    entities.i32(3004).zeros(4).f64(90.0).zeros(16);
+    entities.f64(3.0).f64(-0.25).f64(7.0).point(1.0, 2.0); // angles as they are held
+    entities.u32(3).object(circle->hardObjectId(), 3, 4);
+    entities.u64(numberOf(drawing.layers(), L"0"));
+    entities.u64(numberOf(drawing.linetypes(), L"ByLayer")).i32(256).i32(-1).u16(2);
+    entities.i32(3007).zeros(4).u16(0).zeros(22); // no letters, nothing behind the node
+    entities.i32(3004).zeros(4).f64(16.0).zeros(16);
+    entities.f64(6.0).f64(0.0).u64(0x401921fb54442d18).point(4.0, 5.0);
+    EXPECT_SAME_BYTES(goldenDrawing(drawing, 2, entities), saved(drawing));
+}
+
+TEST_F(GoldenTest, HandMadeArcAndCircleAreRead)
+{
+    Bytes entities;
+    entities.u32(2).object(0x50000, 2, 4);
+    entities.u64(numberOf(drawing.layers(), L"PipeLine"));
+    entities.u64(numberOf(drawing.linetypes(), L"Hidden")).i32(3).i32(25).u16(2);
+    entities.i32(3007).u32(0xcdcdcdcd).u16(4).zeros(22).text("bend", 4);
+    entities.i32(3004).zeros(4).f64(90.0).zeros(16);
+    entities.f64(3.0).f64(-0.25).f64(7.0).point(1.0, 2.0, 77);
+    entities << goldenEntity(drawing, 0x50001, 3);
+    entities.f64(6.0).f64(0.0).u64(0x401921fb54442d18).point(4.0, 5.0);
+    CVexDbDatabase again(false);
+    ASSERT_TRUE(read(again, goldenDrawing(drawing, 2, entities)));
+    EXPECT_WHOLE(again);
+    ASSERT_EQ(2u, entitiesOf(again).size());
+    auto& arc = static_cast<CVexDbArc&>(*entitiesOf(again)[0]);
+    EXPECT_EQ(3.0, arc.Radius());
+    EXPECT_EQ(-0.25, arc.StartAngle());
+    EXPECT_EQ(7.0, arc.EndAngle());
+    EXPECT_EQ(77, arc.Center().tag);
+    EXPECT_EQ(L"PipeLine", arc.Layer());
+    ASSERT_NE(nullptr, arc.xData());
+    EXPECT_STREQ(L"bend", arc.xData()->value.text);
+    EXPECT_EQ(90.0, arc.xData()->next->value.number);
+    auto& circle = static_cast<CVexDbCircle&>(*entitiesOf(again)[1]);
+    EXPECT_EQ(6.0, circle.Radius());
+    EXPECT_EQ(10.0, circle.getGripPoint(1).x);
 }
 
 TEST_F(GoldenTest, BoxIsBaseWidthHeightRotation)
@@ -49,6 +119,47 @@ TEST_F(GoldenTest, PointIsSizeFillFlagPosition)
     Bytes entities = goldenEntity(drawing, point->hardObjectId(), 14);
     entities.f64(2.5).u8(1).u8(0xa5).point(7.0, 8.0);
     EXPECT_SAME_BYTES(goldenDrawing(drawing, 1, entities), saved(drawing));
+}
+
+TEST_F(GoldenTest, PolylineIsItsVerticesFillAndMode)
+{
+    auto* polyline = new CVexDbPolyline(0, &drawing);
+    polyline->AppendVertex({0.0, 0.0}, 0.0, -1.0, -1.0);
+    polyline->AppendVertex({30.0, 0.0}, -0.5, 0.25, 0.75);
+    polyline->AppendVertex({30.0, 20.0}, 0.0, -1.0, -1.0);
+    polyline->SetClosed(true);
+    polyline->SetBulgeAt(2, 1.5);
+    polyline->SetFill(true);
+    polyline->SetFillMode(3);
+    addTo(drawing, polyline);
+    Bytes entities = goldenEntity(drawing, polyline->hardObjectId(), 7, 0x14);
+    entities.i32(3).u8(1);
+    entities.point(0.0, 0.0).f64(0.0).f64(-1.0).f64(-1.0);
+    entities.point(30.0, 0.0).f64(-0.5).f64(0.25).f64(0.75);
+    entities.point(30.0, 20.0).f64(1.5).f64(-1.0).f64(-1.0);
+    entities.u8(1).i32(3);
+    EXPECT_SAME_BYTES(goldenDrawing(drawing, 1, entities), saved(drawing));
+}
+
+TEST_F(GoldenTest, HandMadePolylineIsRead)
+{
+    Bytes entities = goldenEntity(drawing, 0x50000, 7, 0x14);
+    entities.i32(2).u8(0).point(1.0, 2.0, 5).f64(-1.0).f64(0.5).f64(0.25);
+    entities.point(9.0, 2.0).f64(0.0).f64(-1.0).f64(-1.0);
+    entities.u8(1).i32(4); // a fill that an open one keeps without showing it
+    CVexDbDatabase again(false);
+    ASSERT_TRUE(read(again, goldenDrawing(drawing, 1, entities)));
+    EXPECT_WHOLE(again);
+    ASSERT_EQ(1u, entitiesOf(again).size());
+    auto& polyline = static_cast<CVexDbPolyline&>(*entitiesOf(again)[0]);
+    EXPECT_EQ(2u, polyline.NumVerts());
+    EXPECT_EQ(5, polyline.gePolyline().vertices()[0].tag);
+    EXPECT_EQ(-1.0, polyline.GetBulgeAt(0));
+    EXPECT_EQ(0.25, polyline.gePolyline().endWidths()[0]);
+    EXPECT_FALSE(polyline.IsFill());
+    EXPECT_EQ(4, polyline.FillMode());
+    polyline.SetClosed(true);
+    EXPECT_TRUE(polyline.IsFill());
 }
 
 TEST_F(GoldenTest, ExtendedDataIsACountOfNodesAndTheTextsBehindThem)

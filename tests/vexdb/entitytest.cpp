@@ -401,7 +401,7 @@ TEST_F(EntityTest, KindsWithoutAClassAreNotMade)
     EXPECT_EQ(nullptr, makeEntityOfClass(VexDb::kNotSelected, &drawing));
     EXPECT_EQ(nullptr, makeEntityOfClass(static_cast<VexDb::ClassType>(0xffffffff), &drawing));
     for (const VexDb::ClassType type :
-         {VexDb::kLine, VexDb::kPoint, VexDb::kRectangle, VexDb::kBox}) {
+         {VexDb::kLine, VexDb::kPoint, VexDb::kRectangle, VexDb::kBox, VexDb::kPolyline}) {
         const std::unique_ptr<CVexDbEntity> made(makeEntityOfClass(type, &drawing));
         ASSERT_NE(nullptr, made);
         EXPECT_EQ(type, made->classType());

@@ -1,6 +1,9 @@
 #include "tests/view/viewfixture.h"
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
 #include "vexdb/dbobject/dbentity/vexdbpoint.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexdb/vexdbspatialindex.h"
 
@@ -27,13 +30,26 @@ protected:
         return {any(-reach, reach), any(-reach, reach)};
     }
 
+    CVexDbEntity* anyPolyline(const CVexGePoint2d& at, double size)
+    {
+        auto* made = new CVexDbPolyline(0, nullptr);
+        for (int i = 0; i < 4; ++i) {
+            const CVexGePoint2d vertex(at.x + any(-size, size), at.y + any(-size, size));
+            made->AppendVertex(vertex, i % 2 == 0 ? any(-3.0, 3.0) : 0.0, -1.0, -1.0);
+        }
+        made->SetClosed(m_random() % 2 == 0);
+        return made;
+    }
     CVexDbEntity* addAny()
     {
         const CVexGePoint2d at = anyPoint();
         const double size = std::exp(any(-3.0, 7.5));
         const CVexGePoint2d other(at.x + any(-size, size), at.y + any(-size, size));
         CVexDbEntity* made = nullptr;
-        switch (m_random() % 4) {
+        switch (m_random() % 7) {
+        case 6: made = new CVexDbCircle(at, size); break;
+        case 5: made = new CVexDbArc(at, size, any(-6.3, 6.3), any(-6.3, 6.3)); break;
+        case 4: made = anyPolyline(at, size); break;
         case 0: made = new CVexDbBox(at, size, size / 2.0, any(0.0, 6.0)); break;
         case 1: made = new CVexDbRect(at, other); break;
         case 2: made = new CVexDbPoint(at); break;

@@ -32,7 +32,11 @@ private:
 class CVexDbBrushFrame {
 public:
     CVexDbBrushFrame(CDC& dc, BrushStyle style, COLORREF color)
-        : m_dc(dc), m_brush(style, color), m_before(dc.SelectObject(&m_brush))
+        : CVexDbBrushFrame(dc, CBrush(style, color))
+    {
+    }
+    CVexDbBrushFrame(CDC& dc, const CBrush& brush)
+        : m_dc(dc), m_brush(brush), m_before(dc.SelectObject(&m_brush))
     {
     }
     ~CVexDbBrushFrame() { m_dc.SelectObject(m_before); }

@@ -255,6 +255,19 @@ TEST_F(MultiTest, AMirrorThatKeepsTheOriginAddsTheImages)
     EXPECT_LINE(10.0, 20.0, 6.0, 20.0, static_cast<CVexDbLine&>(*database->lastEntity()));
 }
 
+TEST_F(MultiTest, ALineWithoutLengthHasNoImageThoughACopyMayLieOnItsSource)
+{
+    for (const auto& [option, expected] :
+         {std::pair(VexDb::TransFormMirror, 2), std::pair(VexDb::TransFormCopy, 4)}) {
+        auto tracker = make(option);
+        tracker->SetKeepOrigin(true);
+        moveAt(20, 20);
+        clickAt(10, 10);
+        EXPECT_EQ(InputPoint, track(*tracker));
+        EXPECT_EQ(expected, entities());
+    }
+}
+
 TEST_F(MultiTest, ACancelledCopyLeavesNothingBehind)
 {
     const std::vector<std::pair<int, std::function<void()>>> ways = {

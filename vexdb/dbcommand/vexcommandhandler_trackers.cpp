@@ -1,6 +1,10 @@
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
+#include "vexdb/dbtracker/vexarctracker.h"
+#include "vexdb/dbtracker/vexboxtracker.h"
+#include "vexdb/dbtracker/vexcircletracker.h"
 #include "vexdb/dbtracker/vexlinetracker.h"
+#include "vexdb/dbtracker/vexrecttracker.h"
 
 #include <algorithm>
 #include <array>
@@ -23,7 +27,9 @@ struct Kind {
 
 // A kind of entity that can be gripped joins with a row.
 constexpr std::array kKinds = {
-    Kind{VexDb::kLine, &make<CVexLineTracker>},
+    Kind{VexDb::kArc, &make<CVexArcTracker>},   Kind{VexDb::kCircle, &make<CVexCircleTracker>},
+    Kind{VexDb::kLine, &make<CVexLineTracker>}, Kind{VexDb::kRectangle, &make<CVexRectTracker>},
+    Kind{VexDb::kBox, &make<CVexBoxTracker>},
 };
 
 } // namespace
@@ -59,7 +65,7 @@ void CVexCommandHandler::TrackTracker(CWnd* window, CPoint point)
     }
     const VexBusyScope busy(*this);
     // A copy: the host's answers to what a drag sends may change the selection.
-    for (CVexDbEntityTracker* tracker : std::vector(m_trackers)) {
+    for (CVexDbEntityTracker* tracker : std::vector(m_trackers.all())) {
         const int grip = tracker->HitTest(point);
         if (grip >= 0) {
             tracker->Track(window, point, grip);

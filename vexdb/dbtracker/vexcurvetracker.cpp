@@ -78,10 +78,9 @@ void CVexCurveTracker::record(int grip)
 {
     tagUndoEditEntity edit = transformEdit(m_transform, *m_entity, startPoint(), bandVector(),
                                            bandVector().length() / scalePercent());
-    if (m_transform == VexDb::TransFormNone) {
-        recordGrip(grip, edit);
+    if (m_transform != VexDb::TransFormNone || recordGrip(grip, edit)) {
+        m_database->undoHandler().AddUndo(&edit);
     }
-    m_database->undoHandler().AddUndo(&edit);
 }
 
 void CVexCurveTracker::takeOver()

@@ -26,11 +26,34 @@ public:
 protected:
     /// A creation shows its working copy alone; a transform and a grip's drag have a band.
     [[nodiscard]] bool showsBand(int grip) const override;
-    /// Fills in how a drag of `grip` is undone; `edit` names the entity already. Several records
-    /// may be made: all but the last are added here.
-    virtual void recordGrip(int grip, tagUndoEditEntity& edit) = 0;
+    /// Fills in how a drag of `grip` is undone; `edit` is the move by the band already. Several
+    /// records may be made: all but the last are added here. False when the drag changed nothing,
+    /// and nothing is recorded.
+    virtual bool recordGrip(int grip, tagUndoEditEntity& edit) = 0;
 
 private:
     void record(int grip);
     void takeOver();
+};
+
+/// The tracker of the kind `Shape`: the constructors of `Base`, and the type set behind them.
+template <class Shape, CVexDbEntityTracker::TrackerType kType, class Base = CVexCurveTracker>
+class VEXDB_EXPORT CVexTrackerOf : public Base {
+public:
+    explicit CVexTrackerOf(CWnd* window) : Base(window) { this->m_type = kType; }
+    CVexTrackerOf(CWnd* window, CVexDbDatabase* database, bool createMode)
+        : Base(window, database, createMode)
+    {
+        this->m_type = kType;
+    }
+    CVexTrackerOf(CWnd* window, CVexDbEntity* entity, VexDb::TransFormOption option,
+                  bool createMode)
+        : Base(window, entity, option, createMode)
+    {
+        this->m_type = kType;
+    }
+
+protected:
+    /// The entity or its working copy, as what it is.
+    static Shape& shapeOf(CVexDbEntity* entity) { return static_cast<Shape&>(*entity); }
 };

@@ -142,6 +142,8 @@ public:
     void clearGripPoints() { m_gripPoints = nullptr; }
     /// What was typed or pressed, after a track.
     [[nodiscard]] const Return_Struct& resBuffer() const { return m_result; }
+    /// The number of a track's typed answer; nothing for an answer that was not typed.
+    [[nodiscard]] std::optional<double> typedNumber(int result) const;
     [[nodiscard]] CVexDbEntity* GetEntity() const { return m_entity; }
     /// The position in drawing units: exact where it was snapped or typed.
     [[nodiscard]] CVexGePoint2d GetPos() const { return m_exact; }
@@ -185,7 +187,7 @@ protected:
     // What a kind does differently in it.
     /// Whether the band is drawn; the picture of a creation may be band enough.
     [[nodiscard]] virtual bool showsBand(int /*grip*/) const { return true; }
-    /// Where the band of a dragged grip starts: at the press.
+    /// Where the band stands before the first move: that of a dragged grip at the press.
     virtual void placeStart(CPoint device, int grip);
     /// Makes and draws what is on screen before the first move.
     virtual void beginPicture(int grip);
@@ -196,6 +198,11 @@ protected:
     virtual void liftPicture();
     /// Puts back what was lifted: the band, the working copy, where they were shown.
     virtual void restorePicture(bool band, bool copy);
+    /// Called once with the InputResult of the track, while band and copy can still be drawn: what
+    /// does not stay is taken off, which after a point is nothing.
+    virtual void endPicture(int result);
+    /// What Enter on an empty line answers: after arrow keys a point, otherwise a cancel.
+    [[nodiscard]] virtual int enterResult() const;
 
     /// The position is taken: ControlEnd, or for a band without entity the last point alone.
     void endAt(int grip);
@@ -222,6 +229,8 @@ protected:
     [[nodiscard]] CVexGePoint2d startPoint() const { return m_exactStart; }
     [[nodiscard]] CVexGePoint2d endPoint() const { return m_exact; }
     [[nodiscard]] CVexGeVector2d bandVector() const { return m_exact - m_exactStart; }
+    /// A logical position in drawing units: exact where it is the band's end.
+    [[nodiscard]] CVexGePoint2d exactAt(const CPoint& position) const;
     /// What a length is divided by to make a factor: the drawing's scale percent, above 0.
     [[nodiscard]] double scalePercent() const;
     bool refreshGrips();
@@ -247,8 +256,6 @@ protected:
                   VexDb::TransFormOption option, int prompt);
     /// Ends a transform at a point that was not clicked.
     void commitAt(const CVexGePoint2d& point);
-    /// The number of a typed answer; nothing for an answer that was not typed.
-    [[nodiscard]] std::optional<double> typedNumber(int result) const;
     /// Changes the entity in place, records `edit`, and shows the selection as it is then.
     void changeEntity(CWnd& window, const tagUndoEditEntity& edit,
                       const std::function<void(CVexDbEntity&)>& change);

@@ -25,7 +25,7 @@ std::optional<CVexGePoint2d> absolutePoint(std::wstring_view text, std::size_t c
     return CVexGePoint2d(toNumber(text.substr(0, comma)), toNumber(text.substr(comma + 1)));
 }
 
-/// Nothing for a distance that is not above 0.
+/// Nothing for a distance that is not above 0, and for a point beyond all measure.
 std::optional<CVexGePoint2d> polarPoint(std::wstring_view text, std::size_t mark,
                                         const CVexGePoint2d& from)
 {
@@ -34,7 +34,8 @@ std::optional<CVexGePoint2d> polarPoint(std::wstring_view text, std::size_t mark
         return std::nullopt;
     }
     const double angle = toNumber(text.substr(mark + 1)) * std::numbers::pi / 180.0;
-    return from + CVexGeVector2d(angle) * distance;
+    const CVexGePoint2d point = from + CVexGeVector2d(angle) * distance;
+    return std::isfinite(point.x) && std::isfinite(point.y) ? std::optional(point) : std::nullopt;
 }
 
 /// A text without letters; one that begins with a mark of a point is none, and stays a text.

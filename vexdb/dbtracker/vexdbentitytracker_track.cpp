@@ -168,7 +168,7 @@ private:
     {
         m_result = m_tracker.KeyDownHandle(message, m_grip);
         if (m_tracker.m_done && m_result == InputEnter) {
-            m_result = m_tracker.m_movedByKeys ? InputPoint : InputCancel;
+            m_result = m_tracker.enterResult();
         }
     }
 
@@ -216,8 +216,6 @@ int CVexDbEntityTracker::runDrag(CWnd& window, CPoint device, int grip)
         return InputCancel;
     }
     placeStart(device, grip);
-    m_end = m_position = m_start;
-    m_exact = m_exactStart;
     m_finishMessage = grip >= 0 ? WM_LBUTTONUP : WM_LBUTTONDOWN;
     m_done = m_consumed = m_movedByKeys = m_snapped = m_positionGiven = false;
     m_typed = {};
@@ -239,11 +237,26 @@ int CVexDbEntityTracker::runDrag(CWnd& window, CPoint device, int grip)
         m_dc = nullptr; // its context went with it
     }
     m_handler->CheckBlipDraw(m_blip);
+    endPicture(result);
+    dropCurrent();
+    return result;
+}
+
+void CVexDbEntityTracker::endPicture(int result)
+{
     if (result != InputPoint) {
         liftPicture();
     }
-    dropCurrent();
-    return result;
+}
+
+int CVexDbEntityTracker::enterResult() const
+{
+    return m_movedByKeys ? InputPoint : InputCancel;
+}
+
+CVexGePoint2d CVexDbEntityTracker::exactAt(const CPoint& position) const
+{
+    return position == m_end ? m_exact : CVexGePoint2d(position) / _dDispScale;
 }
 
 void CVexDbEntityTracker::abandon()
@@ -267,6 +280,8 @@ void CVexDbEntityTracker::placeStart(CPoint device, int grip)
         m_start = logicalAt(device);
         m_exactStart = CVexGePoint2d(m_start) / _dDispScale;
     }
+    m_end = m_position = m_start;
+    m_exact = m_exactStart;
 }
 
 void CVexDbEntityTracker::beginPicture(int grip)

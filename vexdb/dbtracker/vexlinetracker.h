@@ -2,14 +2,16 @@
 
 #include "vexdb/dbtracker/vexcurvetracker.h"
 
+class CVexDbLine;
+
 /// Draws a line from its start, moves it by its midpoint, drags its ends.
-class VEXDB_EXPORT CVexLineTracker : public CVexCurveTracker {
+class VEXDB_EXPORT CVexLineTracker
+    : public CVexTrackerOf<CVexDbLine, CVexDbEntityTracker::TrackerLine> {
 public:
-    CVexLineTracker(CWnd* window, CVexDbEntity* line, VexDb::TransFormOption option,
-                    bool createMode);
+    using CVexTrackerOf::CVexTrackerOf;
     void UpdateEntity(CVexDbEntity* copy, int grip) override;
     void CheckCreateOption(CVexDbEntity* copy, CPoint& position) override;
 
 protected:
-    void recordGrip(int grip, tagUndoEditEntity& edit) override;
+    bool recordGrip(int grip, tagUndoEditEntity& edit) override;
 };

@@ -117,6 +117,7 @@ void CVexMultiEntityTracker::beginPicture(int /*grip*/)
     m_exact.x = m_exactStart.x + 1.0 / _dDispScale;
     m_picturePainted = false;
     ClearCopyedArray();
+    m_copies.reserve(m_sources.size());
     // A kind that cannot be copied is not transformed either.
     std::erase_if(m_sources, [this](CVexDbEntity* source) {
         CVexDbEntity* const copy = CopyEntity(source);
@@ -125,7 +126,7 @@ void CVexMultiEntityTracker::beginPicture(int /*grip*/)
         }
         return copy == nullptr;
     });
-    CopyOriginToCurrent();
+    forgetWay();
 }
 
 void CVexMultiEntityTracker::followMove(int /*grip*/)
@@ -202,6 +203,12 @@ void CVexMultiEntityTracker::CopyOriginToCurrent()
     for (std::size_t at = 0; at < m_copies.size(); ++at) {
         *m_copies[at] = *m_sources[at];
     }
+    forgetWay();
+}
+
+/// The copies stand where the sources are.
+void CVexMultiEntityTracker::forgetWay()
+{
     m_oldVector = m_newVector = {};
     m_accumulatedScale = kUntransformed;
     m_stepFactor = 1.0;
@@ -286,9 +293,11 @@ bool CVexMultiEntityTracker::ControlEnd(int /*grip*/)
     transformCopies();
     {
         const VexUndoGroup step(m_database->undoHandler());
-        if (m_keepOrigin) {
+        // A copy may be put on its source, but there is no image in a line without length.
+        const bool imageless = m_transform == VexDb::TransFormMirror && isWithoutWay();
+        if (m_keepOrigin && !imageless) {
             addCopies();
-        } else if (!isWithoutWay()) {
+        } else if (!m_keepOrigin && !isWithoutWay()) {
             CopyCurrentToOrigin();
         }
     }
@@ -326,7 +335,6 @@ void CVexMultiEntityTracker::CopyCurrentToOrigin()
             m_database->undoHandler().AddUndo(&edit);
         }
         source = *m_copies[at];
-        source.setGripPoints();
         source.OnCurveChanged();
     }
 }

@@ -43,6 +43,8 @@ public:
     /// Records each source's transform as one undo step and takes the copies over.
     void CopyCurrentToOrigin();
     void ClearCopyedArray();
+    /// What is transformed, oldest first; not owned.
+    [[nodiscard]] const std::vector<CVexDbEntity*>& sources() const { return m_sources; }
 
 protected:
     [[nodiscard]] bool showsBand(int) const override { return false; } // it goes with the copies
@@ -52,6 +54,7 @@ protected:
     void restorePicture(bool band, bool copy) override;
 
 private:
+    void forgetWay();
     void advanceScale();
     void transformCopies();
     void paintCopies();

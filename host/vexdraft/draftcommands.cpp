@@ -3,7 +3,20 @@
 namespace {
 
 constexpr unsigned long kLine = hostNumberOf(VexDb::CmdLine);
+constexpr unsigned long kArc = hostNumberOf(VexDb::CmdArc);
+constexpr unsigned long kCircle = hostNumberOf(VexDb::CmdCircle);
+constexpr unsigned long kRectangle = hostNumberOf(VexDb::CmdRect);
+constexpr unsigned long kBox = hostNumberOf(VexDb::CmdBox);
 constexpr unsigned long kErase = hostNumberOf(VexDb::CmdErase);
+constexpr unsigned long kMove = hostNumberOf(VexDb::CmdMove);
+constexpr unsigned long kCopy = hostNumberOf(VexDb::CmdCopy);
+constexpr unsigned long kRotate = hostNumberOf(VexDb::CmdRotate);
+constexpr unsigned long kCopyRotate = hostNumberOf(VexDb::CmdCopyRotate);
+constexpr unsigned long kScale = hostNumberOf(VexDb::CmdScale);
+constexpr unsigned long kMirror = hostNumberOf(VexDb::CmdMirror);
+constexpr unsigned long kTrim = hostNumberOf(VexDb::CmdTrim);
+constexpr unsigned long kExtend = hostNumberOf(VexDb::CmdExtend);
+constexpr unsigned long kExplode = hostNumberOf(VexDb::CmdExplode);
 constexpr unsigned long kGap = 0;
 
 constexpr std::array kCommands = {
@@ -31,6 +44,21 @@ constexpr std::array kCommands = {
     DraftCommand{kHostOrtho, "ORTHO", "Hold points to the axes", "F8", "", true},
     DraftCommand{kHostGripSnap, "GRIP", "Snap to the grips of entities", "F4", "", true},
     DraftCommand{kLine, "&Line", "Draw straight lines", "", "line"},
+    DraftCommand{kArc, "&Arc", "Draw an arc by three points, or C for its centre", "", "arc"},
+    DraftCommand{kHostArcContinue, "Arc O&nwards", "Go on tangentially from the last line or arc",
+                 "", ""},
+    DraftCommand{kCircle, "&Circle", "Draw a circle by centre and radius", "", "circle"},
+    DraftCommand{kRectangle, "&Rectangle", "Draw a rectangle by two corners", "", "rectangle"},
+    DraftCommand{kBox, "&Box", "Draw a rectangle by two corners and its angle", "", "box"},
+    DraftCommand{kMove, "&Move", "Move entities", "", "move"},
+    DraftCommand{kCopy, "&Copy", "Copy entities to one place after another", "", "copy"},
+    DraftCommand{kRotate, "&Rotate", "Turn entities about a point", "", "rotate"},
+    DraftCommand{kCopyRotate, "C&opy and Rotate", "Copy entities and turn the copies", "", ""},
+    DraftCommand{kScale, "&Scale", "Make entities larger or smaller", "", "scale"},
+    DraftCommand{kMirror, "M&irror", "Mirror entities about a line", "", "mirror"},
+    DraftCommand{kTrim, "&Trim", "Cut curves off at others", "", "trim"},
+    DraftCommand{kExtend, "&Extend", "Lengthen curves up to others", "", "extend"},
+    DraftCommand{kExplode, "E&xplode", "Take entities apart into their pieces", "", ""},
 };
 
 constexpr unsigned long kFile[] = {kHostNew,    kHostOpen, kGap,     kHostSave,
@@ -41,17 +69,44 @@ constexpr unsigned long kView[] = {
     kHostZoomExtents,  kHostZoomAll,  kHostZoomWindow, kHostZoomIn,  kHostZoomOut,
     kHostZoomPrevious, kGap,          kHostPan,        kHostRedraw,  kGap,
     kHostGrid,         kHostGridSnap, kHostOrtho,      kHostGripSnap};
-constexpr unsigned long kDraw[] = {kLine};
+constexpr unsigned long kDraw[] = {kLine, kArc, kHostArcContinue, kCircle, kGap, kRectangle, kBox};
+constexpr unsigned long kModify[] = {kMove,   kCopy, kRotate, kCopyRotate, kScale,
+                                     kMirror, kGap,  kTrim,   kExtend,     kExplode};
 constexpr unsigned long kTools[] = {
-    kHostNew,         kHostOpen,       kHostSave,   kGap,         kHostUndo,
-    kHostRedo,        kErase,          kGap,        kLine,        kGap,
-    kHostZoomExtents, kHostZoomWindow, kHostZoomIn, kHostZoomOut, kHostZoomPrevious,
+    kHostNew,
+    kHostOpen,
+    kHostSave,
+    kGap,
+    kHostUndo,
+    kHostRedo,
+    kErase,
+    kGap,
+    kLine,
+    kArc,
+    kCircle,
+    kRectangle,
+    kBox,
+    kGap,
+    kMove,
+    kCopy,
+    kRotate,
+    kScale,
+    kMirror,
+    kTrim,
+    kExtend,
+    kGap,
+    kHostZoomExtents,
+    kHostZoomWindow,
+    kHostZoomIn,
+    kHostZoomOut,
+    kHostZoomPrevious,
     kHostPan,
 };
 constexpr unsigned long kSwitches[] = {kHostGrid, kHostGridSnap, kHostOrtho, kHostGripSnap};
 
 constexpr std::array kMenus = {DraftMenu{"&File", kFile}, DraftMenu{"&Edit", kEdit},
-                               DraftMenu{"&View", kView}, DraftMenu{"&Draw", kDraw}};
+                               DraftMenu{"&View", kView}, DraftMenu{"&Draw", kDraw},
+                               DraftMenu{"&Modify", kModify}};
 
 } // namespace
 

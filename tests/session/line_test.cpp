@@ -151,9 +151,10 @@ TEST_F(SessionTest, EnterRepeatsWhatAMenuStarted)
 
 TEST_F(SessionTest, ACommandWithoutABodySaysSo)
 {
-    types(L"circle\n");
+    types(L"ellipse\n");
     run();
-    EXPECT_EQ(std::wstring(L"circle\nCIRCLE is not available yet."), handler().getStrings().str());
+    EXPECT_EQ(std::wstring(L"ellipse\nELLIPSE is not available yet."),
+              handler().getStrings().str());
     EXPECT_EQ(1u, handler().refusals());
 }
 

@@ -104,7 +104,7 @@ TEST_F(ScriptTest, RefusedLinesSayWhy)
         const wchar_t* refusal;
     };
     const Row rows[] = {
-        {{L"CIRCLE"}, L"1: the command is not available"},
+        {{L"ELLIPSE"}, L"1: the command is not available"},
         {{L"SAVE"}, L"1: the command is not available"},
         {{L"LINE", L"abc"}, L"2: it is not a valid answer"},
         {{L"LINE", L"1,1", L"abc"}, L"3: it is not a valid answer"},
@@ -115,6 +115,7 @@ TEST_F(ScriptTest, RefusedLinesSayWhy)
         {{L"@click 1,2 3"}, L"1: @click wants a position x,y"},
         {{L"@click 900,10"}, L"1: the position lies outside the view"},
         {{L"@key Hyper"}, L"1: there is no key of that name"},
+        {{L"@layer Nowhere"}, L"1: there is no layer of that name"},
     };
     for (const Row& row : rows) {
         EXPECT_FALSE(plays(row.script)) << row.refusal;

@@ -6,6 +6,7 @@
 #include "platform/window/vexbackend.h"
 #include "vexdb/dbcommand/vexcommandid.h"
 #include "vexdb/dbcommand/vexinputresult.h"
+#include "vexdb/dbcommand/vextrackerlist.h"
 #include "vexdb/dbobject/dbentity/vexdbentityset.h"
 #include "vexdb/dbobject/dbentity/vexdbxdata.h"
 #include "vexge/gemath/vexgepoint2d.h"
@@ -167,7 +168,10 @@ public:
                                        VexDb::TransFormOption option, bool createMode);
     void GetSelectedEntity(VexEntitySet& entities) const;
     [[nodiscard]] const VexEntitySet& selectedEntities() const { return m_selected; }
-    [[nodiscard]] const std::vector<CVexDbEntityTracker*>& trackers() const { return m_trackers; }
+    [[nodiscard]] const std::vector<CVexDbEntityTracker*>& trackers() const
+    {
+        return m_trackers.all();
+    }
     /// Puts a tracker and its entity into the selection and takes it over.
     void AddTracker(CVexDbEntityTracker* tracker);
     /// Drops the tracker and its entity; it is freed when nothing runs in it.
@@ -213,6 +217,8 @@ public:
     void noteAnswer(int result) { m_answerTaken = result != InputString; }
     /// A host refuses a command of its own.
     void countRefusal() { ++m_refusals; }
+    /// The same, with a line in the history that tells why.
+    void refuse(const CString& why);
 
 private:
     /// A row of the table of commands; one without a member is not there yet.
@@ -225,6 +231,39 @@ private:
 
     // The commands.
     CVexDbEntity* CommandLine(unsigned long& step);
+    CVexDbEntity* CommandCircle(unsigned long& step);
+    CVexDbEntity* CommandArc(unsigned long& step);
+    CVexDbEntity* CommandBox(unsigned long& step);
+    CVexDbEntity* CommandRect(unsigned long& step);
+    // What creating commands share, see vexcreation.h, and the ways to an arc.
+    template <class Entity, class Tracker>
+    class Creation;
+    class ArcDialogue;
+    /// A plain point; false for a cancel or a loss.
+    bool askPoint(int prompt, CVexGePoint2d& point);
+    // What changes the drawing by itself gives null.
+    CVexDbEntity* CommandErase(unsigned long& step);
+    CVexDbEntity* CommandMove(unsigned long& step);
+    CVexDbEntity* CommandCopy(unsigned long& step);
+    CVexDbEntity* CommandRotate(unsigned long& step);
+    CVexDbEntity* CommandCopyRotate(unsigned long& step);
+    CVexDbEntity* CommandScale(unsigned long& step);
+    CVexDbEntity* CommandMirror(unsigned long& step);
+    CVexDbEntity* CommandTrim(unsigned long& step);
+    CVexDbEntity* CommandExtend(unsigned long& step);
+    CVexDbEntity* CommandExplode(unsigned long& step);
+    // What these share.
+    class Transform;
+    /// The selection, or what is picked now when there is none; false for nothing to work on.
+    bool askSet(VexEntitySet& entities);
+    /// The same for a command that ends its entities: the selection is dropped.
+    bool takeSet(VexEntitySet& entities);
+    /// In what trim and extend differ.
+    struct CutRule;
+    void cutAtBoundaries(const CutRule& rule);
+    [[nodiscard]] std::vector<std::unique_ptr<CVexDbEntity>> askBoundaries(const CutRule& rule);
+    bool cutOne(const CutRule& rule, CVexDbEntity& entity, CVexGePoint2d& pick,
+                std::vector<CVexDbEntity*>& boundaries);
 
     [[nodiscard]] CWnd* historyWindow() const;
     [[nodiscard]] CString promptText(int id) const;
@@ -244,11 +283,11 @@ private:
                                     CVexGePoint2d& end) const;
     void keepResult(int result, const Return_Struct& record);
     [[nodiscard]] double typedNumber(int result) const;
-    void dropTracker(std::vector<CVexDbEntityTracker*>::iterator found);
+    void dropTracker(CVexDbEntityTracker& tracker);
     void retireTracker(CVexDbEntityTracker* tracker);
     void freeAbandoned();
 
-    std::vector<CVexDbEntityTracker*> m_trackers; // parallel to m_selected but for its order
+    VexTrackerList m_trackers; // parallel to m_selected but for its order
     std::vector<CVexDbEntityTracker*> m_abandoned;
     VexEntitySet m_selected;
     bool m_blipDrawn = false;

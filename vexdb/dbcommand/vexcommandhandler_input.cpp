@@ -167,6 +167,11 @@ int CVexCommandHandler::GetGePoint(int prompt, CVexGePoint2d& point)
     return GetGePoint(prompt, point, CString());
 }
 
+bool CVexCommandHandler::askPoint(int prompt, CVexGePoint2d& point)
+{
+    return GetGePoint(prompt, point) == InputPoint && !isInputLost();
+}
+
 int CVexCommandHandler::GetGePoint(int prompt, CVexGePoint2d& point, const CString& keys)
 {
     wchar_t key = 0;

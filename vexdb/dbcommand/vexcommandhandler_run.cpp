@@ -21,8 +21,8 @@ const CVexCommandHandler::CommandRow* CVexCommandHandler::commandOf(VexDb::Comma
 {
     static constexpr std::array kCommands = {
         CommandRow{VexDb::CmdLine, L"LINE", &CVexCommandHandler::CommandLine},
-        CommandRow{VexDb::CmdArc, L"ARC", nullptr},
-        CommandRow{VexDb::CmdCircle, L"CIRCLE", nullptr},
+        CommandRow{VexDb::CmdArc, L"ARC", &CVexCommandHandler::CommandArc},
+        CommandRow{VexDb::CmdCircle, L"CIRCLE", &CVexCommandHandler::CommandCircle},
         CommandRow{VexDb::CmdEllipse, L"ELLIPSE", nullptr},
         CommandRow{VexDb::CmdEllipseArc, L"ELLIPSEARC", nullptr},
         CommandRow{VexDb::CmdPolyline, L"POLYLINE", nullptr},
@@ -35,20 +35,20 @@ const CVexCommandHandler::CommandRow* CVexCommandHandler::commandOf(VexDb::Comma
         CommandRow{VexDb::CmdCobweb, L"COBWEB", nullptr},
         CommandRow{VexDb::CmdHatch, L"HATCH", nullptr},
         CommandRow{VexDb::CmdText, L"TEXT", nullptr},
-        CommandRow{VexDb::CmdRect, L"RECT", nullptr},
-        CommandRow{VexDb::CmdBox, L"BOX", nullptr},
+        CommandRow{VexDb::CmdRect, L"RECT", &CVexCommandHandler::CommandRect},
+        CommandRow{VexDb::CmdBox, L"BOX", &CVexCommandHandler::CommandBox},
         CommandRow{VexDb::CmdDim, L"DIM", nullptr},
-        CommandRow{VexDb::CmdErase, L"ERASE", nullptr},
+        CommandRow{VexDb::CmdErase, L"ERASE", &CVexCommandHandler::CommandErase},
         CommandRow{VexDb::CmdArray, L"ARRAY", nullptr},
-        CommandRow{VexDb::CmdCopy, L"COPY", nullptr},
-        CommandRow{VexDb::CmdCopyRotate, L"COPYROTATE", nullptr},
-        CommandRow{VexDb::CmdMirror, L"MIRROR", nullptr},
-        CommandRow{VexDb::CmdRotate, L"ROTATE", nullptr},
-        CommandRow{VexDb::CmdScale, L"SCALE", nullptr},
-        CommandRow{VexDb::CmdMove, L"MOVE", nullptr},
-        CommandRow{VexDb::CmdExplode, L"EXPLODE", nullptr},
-        CommandRow{VexDb::CmdExtend, L"EXTEND", nullptr},
-        CommandRow{VexDb::CmdTrim, L"TRIM", nullptr},
+        CommandRow{VexDb::CmdCopy, L"COPY", &CVexCommandHandler::CommandCopy},
+        CommandRow{VexDb::CmdCopyRotate, L"COPYROTATE", &CVexCommandHandler::CommandCopyRotate},
+        CommandRow{VexDb::CmdMirror, L"MIRROR", &CVexCommandHandler::CommandMirror},
+        CommandRow{VexDb::CmdRotate, L"ROTATE", &CVexCommandHandler::CommandRotate},
+        CommandRow{VexDb::CmdScale, L"SCALE", &CVexCommandHandler::CommandScale},
+        CommandRow{VexDb::CmdMove, L"MOVE", &CVexCommandHandler::CommandMove},
+        CommandRow{VexDb::CmdExplode, L"EXPLODE", &CVexCommandHandler::CommandExplode},
+        CommandRow{VexDb::CmdExtend, L"EXTEND", &CVexCommandHandler::CommandExtend},
+        CommandRow{VexDb::CmdTrim, L"TRIM", &CVexCommandHandler::CommandTrim},
         CommandRow{VexDb::CmdPolylineEdit, L"POLYLINEEDIT", nullptr},
     };
     const auto row = std::ranges::find(kCommands, id, &CommandRow::id);
@@ -69,8 +69,7 @@ CVexDbEntity* CVexCommandHandler::DoCommand(VexDb::CommandID id, unsigned long& 
         return nullptr;
     }
     if (row->run == nullptr) {
-        ++m_refusals;
-        appendHistory(CString(row->name) + L" is not available yet.");
+        refuse(CString(row->name) + L" is not available yet.");
         return nullptr;
     }
     return (this->*row->run)(step);

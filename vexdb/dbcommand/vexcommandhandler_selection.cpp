@@ -4,11 +4,12 @@
 #include "vexdb/dbtracker/vexropscope.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 void CVexCommandHandler::AddTracker(CVexDbEntityTracker* tracker)
 {
-    m_trackers.push_back(tracker);
+    m_trackers.add(*tracker);
     if (tracker->GetEntity() != nullptr) {
         m_selected.insert(tracker->GetEntity());
     }
@@ -16,28 +17,28 @@ void CVexCommandHandler::AddTracker(CVexDbEntityTracker* tracker)
 
 void CVexCommandHandler::RemoveTracker(CVexDbEntityTracker* tracker)
 {
-    dropTracker(std::ranges::find(m_trackers, tracker));
+    if (m_trackers.take(tracker)) {
+        dropTracker(*tracker);
+    }
 }
 
 void CVexCommandHandler::DeleteTracker(CVexDbEntity* entity)
 {
-    dropTracker(std::ranges::find(m_trackers, entity, &CVexDbEntityTracker::GetEntity));
+    if (CVexDbEntityTracker* const tracker = m_trackers.takeOf(entity); tracker != nullptr) {
+        dropTracker(*tracker);
+    }
 }
 
-void CVexCommandHandler::dropTracker(std::vector<CVexDbEntityTracker*>::iterator found)
+/// Ends a tracker that has left the list.
+void CVexCommandHandler::dropTracker(CVexDbEntityTracker& tracker)
 {
-    if (found == m_trackers.end()) {
-        return;
-    }
-    CVexDbEntityTracker* const tracker = *found;
-    m_trackers.erase(found);
-    if (tracker->GetEntity() != nullptr) { // a plain band selects nothing
-        m_selected.erase(tracker->GetEntity());
+    if (tracker.GetEntity() != nullptr) { // a plain band selects nothing
+        m_selected.erase(tracker.GetEntity());
     }
     if (isBusy()) {
-        retireTracker(tracker); // it may be the one whose track or menu runs
+        retireTracker(&tracker); // it may be the one whose track or menu runs
     } else {
-        delete tracker;
+        delete &tracker;
     }
 }
 
@@ -56,7 +57,7 @@ void CVexCommandHandler::retireTracker(CVexDbEntityTracker* tracker)
 void CVexCommandHandler::ClearTracker(bool deleteThem)
 {
     // The lists are empty before the first one dies: a tracker's end may look at them.
-    const std::vector<CVexDbEntityTracker*> dropped = std::exchange(m_trackers, {});
+    const std::vector<CVexDbEntityTracker*> dropped = m_trackers.takeAll();
     m_selected.clear();
     if (deleteThem && !isBusy()) {
         for (CVexDbEntityTracker* tracker : dropped) {
@@ -77,14 +78,10 @@ void CVexCommandHandler::ClearTracker(bool deleteThem)
 
 void CVexCommandHandler::forgetEntity(const CVexDbEntity* entity)
 {
-    const auto first = std::stable_partition(
-        m_trackers.begin(), m_trackers.end(),
-        [entity](const CVexDbEntityTracker* tracker) { return tracker->GetEntity() != entity; });
-    for (auto at = first; at != m_trackers.end(); ++at) {
-        (*at)->abandon();
-        m_abandoned.push_back(*at);
+    while (CVexDbEntityTracker* const tracker = m_trackers.takeOf(entity)) {
+        tracker->abandon();
+        m_abandoned.push_back(tracker);
     }
-    m_trackers.erase(first, m_trackers.end());
     m_selected.erase(const_cast<CVexDbEntity*>(entity));
     if (m_lastEntity == entity) {
         setLastEntity(nullptr);
@@ -104,11 +101,11 @@ void CVexCommandHandler::freeAbandoned()
 
 void CVexCommandHandler::dropInvisible()
 {
-    const VexEntitySet selected = m_selected;
-    for (CVexDbEntity* entity : selected) {
-        if (!entity->isVisiable()) {
-            DeleteTracker(entity);
-        }
+    std::vector<CVexDbEntity*> gone;
+    std::ranges::copy_if(m_selected, std::back_inserter(gone),
+                         [](const CVexDbEntity* entity) { return !entity->isVisiable(); });
+    for (CVexDbEntity* entity : gone) {
+        DeleteTracker(entity);
     }
 }
 
@@ -122,7 +119,7 @@ void CVexCommandHandler::TrackerDraw(CDC* dc)
     if (dc == nullptr) {
         return;
     }
-    for (CVexDbEntityTracker* tracker : m_trackers) {
+    for (CVexDbEntityTracker* tracker : m_trackers.all()) {
         CDC* const before = tracker->getDC();
         tracker->setDC(dc);
         tracker->DrawGripBox(true);
@@ -132,7 +129,7 @@ void CVexCommandHandler::TrackerDraw(CDC* dc)
 
 int CVexCommandHandler::SetTrackerCursor(CWnd* window, unsigned hitTest)
 {
-    for (CVexDbEntityTracker* tracker : m_trackers) {
+    for (CVexDbEntityTracker* tracker : m_trackers.all()) {
         const int answer = tracker->SetCursor(window, hitTest);
         if (answer >= 0) {
             return answer;

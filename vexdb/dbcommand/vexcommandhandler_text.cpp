@@ -83,6 +83,12 @@ void CVexCommandHandler::appendHistory(const CString& text)
     }
 }
 
+void CVexCommandHandler::refuse(const CString& why)
+{
+    ++m_refusals;
+    appendHistory(why);
+}
+
 void CVexCommandHandler::SetPrompt(int id)
 {
     if (id < 0 || messageWindow() == nullptr) {

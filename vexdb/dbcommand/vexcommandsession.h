@@ -19,8 +19,11 @@ class CWnd;
 /// The host's own command numbers, as they stand in VexDb.cmd: what a typed name, a menu row and a
 /// tool button send as WM_COMMAND. Those below kHostFirst run a drawing command.
 enum HostCommand : unsigned long {
-    kHostDrawingFirst = 100, // 100 + VexDb::CommandID, the variants of one from 1000 on
-    kHostArcContinue = 1002,
+    kHostDrawingFirst = 100,    // 100 + VexDb::CommandID, the variants of one from 1000 on
+    kHostArcContinue = 1002,    // tangentially on from what was drawn last
+    kHostArcThreePoints = 1003, // ways of drawing an arc, asked for by name
+    kHostArcCenter = 1004,
+    kHostArcRadius = 1005,
     kHostDimensionFirst = 1100, // 1100 + the kind of dimension, 1 to 10
     kHostFirst = 2000,
     kHostUndo = 2001,
@@ -107,6 +110,8 @@ public:
     bool eraseSelected();
     void selectAll();
     void clearSelection();
+    /// What is drawn from here on goes onto the layer of this name; false when there is none.
+    bool setLayer(const CString& name);
     /// Draws the view anew.
     void redraw();
     /// A program that nobody looks at needs no picture: with false, redraw() does nothing.

@@ -7,6 +7,7 @@
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
+#include "vexdb/dbtracker/vexarctracker.h"
 #include "vexdb/dbtracker/vexdbdisplaytrecker.h"
 #include "vexdb/vexdbdatabase.h"
 
@@ -23,12 +24,14 @@ struct Variant {
     unsigned long step;
 };
 
-constexpr unsigned long kContinueArc = 400;
 constexpr unsigned long kAlignedDimension = 2;
 constexpr unsigned long kLastDimension = 10;
 
 constexpr std::array kVariants = {
-    Variant{kHostArcContinue, VexDb::CmdArc, kContinueArc},
+    Variant{kHostArcContinue, VexDb::CmdArc, CVexArcTracker::kTangent},
+    Variant{kHostArcThreePoints, VexDb::CmdArc, CVexArcTracker::kThreePoints},
+    Variant{kHostArcCenter, VexDb::CmdArc, CVexArcTracker::kEndAngle},
+    Variant{kHostArcRadius, VexDb::CmdArc, CVexArcTracker::kEndAngleByRadius},
     Variant{hostNumberOf(VexDb::CmdDim), VexDb::CmdDim, kAlignedDimension},
 };
 
@@ -175,22 +178,14 @@ void CVexCommandSession::redo()
 
 bool CVexCommandSession::eraseSelected()
 {
-    const VexEntitySet selected = handler().selectedEntities();
-    if (handler().isBusy() || selected.empty()) {
+    const std::size_t count = handler().selectedEntities().size();
+    if (handler().isBusy() || count == 0) {
         return false;
     }
-    {
-        const VexUndoGroup group(m_database.undoHandler());
-        for (CVexDbEntity* entity : selected) {
-            tagUndoEditEntity edit;
-            edit.editType = kUndoErase;
-            edit.entity = entity->objectId();
-            m_database.undoHandler().AddUndo(&edit);
-            entity->setErased(); // only the bit: undo brings the object back
-        }
-    }
+    unsigned long step = 0;
+    handler().DoCommand(VexDb::CmdErase, step); // of what is selected, without a question
     CString text;
-    text.Format(L"Erased: %u.", selected.size());
+    text.Format(L"Erased: %u.", count);
     say(text);
     finish();
     return true;
@@ -217,6 +212,19 @@ void CVexCommandSession::clearSelection()
     }
     handler().ClearTracker(true);
     finish();
+}
+
+bool CVexCommandSession::setLayer(const CString& name)
+{
+    CVexDbLayerTableRecord* layer = nullptr;
+    if (!m_database.layers().getRecord(name, layer, false)) {
+        return false;
+    }
+    m_database.setCurrentLayer(layer->objectId());
+    if (m_host != nullptr) {
+        m_host->onChanged();
+    }
+    return true;
 }
 
 bool CVexCommandSession::toggleSetting(unsigned long number)

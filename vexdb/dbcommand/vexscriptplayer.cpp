@@ -183,7 +183,11 @@ bool CVexScriptPlayer::nextAnswer()
             continue;
         }
         if (beginLine(line)) {
-            return stepOn();
+            if (stepOn()) {
+                return true;
+            }
+            m_answering = false; // it was done at once
+            continue;
         }
         if (m_words.empty() && !m_keepGoing) {
             return false; // an action that makes no sense

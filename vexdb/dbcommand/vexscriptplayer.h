@@ -22,6 +22,8 @@ class CVexCommandSession;
 ///   @click x,y    @rclick x,y    @move x,y     a position in drawing units
 ///   @press x,y    @release x,y                 the two halves of a drag
 ///   @key Escape   @key F4   @key Left ...      a key by its name, or a letter
+/// and what a program's panels offer beside them:
+///   @layer NAME                                what comes goes onto that layer
 ///
 /// Keys and mouse go to the display window as messages, one at a time, each followed by a
 /// WM_VEX_FEED that asks for the next. So a script plays on any backend that delivers in order.
@@ -82,6 +84,7 @@ private:
     void beginWord(const CString& word);
     bool beginLine(const CString& line);
     bool beginAction(const CString& line);
+    bool setLayer(const CString& name);
     bool beginMouse(const CString& name, const CString& arguments);
     bool beginKey(const CString& name);
     void addKey(unsigned key, wchar_t character);

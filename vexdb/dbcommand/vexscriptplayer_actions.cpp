@@ -98,14 +98,27 @@ std::optional<CVexGePoint2d> positionOf(const CString& text)
 
 } // namespace
 
-/// Fills the steps of an action; refuses the line and gives false when it makes no sense.
+/// Fills the steps of an action, or does at once what needs none; refuses the line and gives false
+/// when it makes no sense.
 bool CVexScriptPlayer::beginAction(const CString& line)
 {
     const int blank = line.Find(L' ');
     const CString name = blank < 0 ? line : line.Left(blank);
     CString arguments = blank < 0 ? CString() : line.Mid(blank);
     arguments.Trim();
+    if (name == L"@layer") {
+        return setLayer(arguments);
+    }
     return name == L"@key" ? beginKey(arguments) : beginMouse(name, arguments);
+}
+
+bool CVexScriptPlayer::setLayer(const CString& name)
+{
+    if (!m_session.setLayer(name)) {
+        refuse(L"there is no layer of that name");
+        return false;
+    }
+    return true;
 }
 
 bool CVexScriptPlayer::beginMouse(const CString& name, const CString& arguments)

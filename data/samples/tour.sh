@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The main job from end to end: makes a drawing, saves it, reads it back, finds it equal, and
-# pictures it.   tour.sh VEXTOOL OUTPUT-FOLDER
+# The main job from end to end: plays a drawing as a person types it, saves it, reads it back, finds
+# it equal, pictures it, and prints it to scale.   tour.sh VEXTOOL OUTPUT-FOLDER
 set -euo pipefail
 vextool=$1
 out=$2
@@ -9,8 +9,11 @@ mkdir -p "$out"
 
 say() { printf '\n== %s\n' "$*"; }
 
-say "making $out/piperack.zpl from data/samples/piperack.jsonl"
-"$vextool" new "$out/piperack.zpl" --from "$samples/piperack.jsonl"
+say "making $out/layers.zpl from data/samples/piperack.jsonl"
+"$vextool" new "$out/layers.zpl" --from "$samples/piperack.jsonl"
+
+say "playing data/samples/piperack.scr into $out/piperack.zpl"
+"$vextool" run "$samples/piperack.scr" -i "$out/layers.zpl" -o "$out/piperack.zpl"
 "$vextool" info "$out/piperack.zpl" | grep -A 8 -E '^(entities|extents)'
 
 say "reading it back and checking it"
@@ -26,7 +29,10 @@ fi
 echo "every object came back as it was saved"
 
 say "picturing it"
-for extension in png pdf svg; do
-    "$vextool" render "$out/piperack.zpl" -o "$out/piperack.$extension"
-    ls -l "$out/piperack.$extension" | awk '{ print $NF ", " $5 " bytes" }'
-done
+"$vextool" render "$out/piperack.zpl" -o "$out/piperack.png" --size 1600 1130
+"$vextool" render "$out/piperack.zpl" -o "$out/piperack.svg" --size 420 297 --scale 1:1
+ls -l "$out"/piperack.{png,svg} | awk '{ print $NF ", " $5 " bytes" }'
+
+say "printing it on A3: 100 units are 100 millimetres of paper"
+"$vextool" render "$out/piperack.zpl" -o "$out/piperack.pdf" --size 420 297 --scale 1:1
+ls -l "$out/piperack.pdf" | awk '{ print $NF ", " $5 " bytes" }'

@@ -39,6 +39,22 @@ TEST_F(RunTest, PlaysTheFirstSampleIntoADrawingAndAPicture)
     EXPECT_EQ(content(path("a.png")).substr(0, 4), "\x89PNG");
 }
 
+TEST_F(RunTest, PlaysThePipeRackAsItIsDrawnTrimmedAndCopied)
+{
+    const std::string samples = VEX_SAMPLES;
+    ASSERT_EQ(run("new layers.zpl --from '" + samples + "/piperack.jsonl'").code, 0);
+    const ToolResult result = run("run '" + samples + "/piperack.scr' -i layers.zpl -o a.zpl");
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_EQ(run("check a.zpl").code, 0);
+    const std::string dump = run("dump a.zpl").out;
+    // A beam trimmed at both columns and copied along; a pipe extended to the shell of the tank,
+    // 18 about (348, 72); a hole mirrored twice.
+    EXPECT_NE(dump.find(R"("start":[138.0,104.0],"end":[138.0,216.0])"), std::string::npos);
+    EXPECT_NE(dump.find(R"("start":[342.0,142.0],"end":[342.0,88.970562748477)"),
+              std::string::npos);
+    EXPECT_NE(dump.find(R"("center":[40.5985,50.0364)"), std::string::npos);
+}
+
 TEST_F(RunTest, EchoesPromptsAndHistoryOnStandardErrorWhenAsked)
 {
     write("a.scr", "line\n1,1\n2,2\n\n");

@@ -230,7 +230,7 @@ void CVexDbSpatialIndex::rebuild(const CVexDbIdSet& set)
     m_size = 0;
     m_widestPen = 0;
     m_family.settle();
-    set.visitObjects([this](CVexDbObject& object) {
+    set.visitObjects([](CVexDbObject& object) {
         settleBox(static_cast<CVexDbEntity&>(object));
         return true;
     });
@@ -265,7 +265,7 @@ int CVexDbSpatialIndex::levelForDensity(const CVexDbIdSet& set)
     const auto count = static_cast<double>(cells.size());
     int level = 0;
     for (; level + 1 < kLevels; ++level) {
-        cells.erase(std::ranges::unique(cells).begin(), cells.end());
+        cells.erase(std::unique(cells.begin(), cells.end()), cells.end());
         if (cells.size() < 2 || count >= wanted * static_cast<double>(cells.size())) {
             break;
         }

@@ -1,4 +1,5 @@
 #include "editingfixture.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 
 namespace {
 
@@ -96,6 +97,21 @@ TEST_F(EraseCommandTest, ExplodePassesOverWhatIsMadeOfNothingSmaller)
     run(VexDb::CmdExplode);
     EXPECT_EQ(L"P35: ", line());
     expectUntouched();
+}
+
+TEST_F(EraseCommandTest, ExplodeTakesAPolylineApartAsOneStep)
+{
+    auto* const polyline = add(new CVexDbPolyline(0, database.get()));
+    polyline->SetVertexes({{20, 20}, {30, 20}, {30, 30}}, false);
+    start = bytes();
+    clickAt(25, 20);
+    type(L"\n");
+    run(VexDb::CmdExplode);
+    EXPECT_TRUE(polyline->isErased());
+    EXPECT_EQ(4u, lines().size());
+    EXPECT_EQ((Records{{kUndoCreate, false}, {kUndoCreate, true}, {kUndoErase, true}}), records());
+    EXPECT_TRUE(undo().Undo());
+    EXPECT_TRUE(start == bytes());
 }
 
 } // namespace

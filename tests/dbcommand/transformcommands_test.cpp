@@ -1,4 +1,5 @@
 #include "editingfixture.h"
+#include "vexdb/dbobject/dbentity/vexdbcircle.h"
 
 #include <cmath>
 
@@ -401,6 +402,31 @@ TEST_F(TransformCommandTest, AScaleThatCollapsesIsTakenBackByTheShapesItKept)
     EXPECT_LINE(10.0, 10.0, 10.0, 10.0, *second);
     EXPECT_EQ(0.0, newest().vector.x);
     expectExactUndo();
+}
+
+TEST_F(TransformCommandTest, AMoveBeyondAllDigitsIsTakenBackByTheShapesItKept)
+{
+    for (const wchar_t* target : {L"1e300,0\n", L"1000000000000.3,0\n"}) {
+        selectBoth();
+        type(L"0,0\n");
+        type(target);
+        run(VexDb::CmdMove);
+        expectOneStepBack();
+        EXPECT_TRUE(start == bytes()) << "to the bit";
+        handler().ClearTracker(false);
+    }
+}
+
+TEST_F(TransformCommandTest, AShortSteepMirrorLineMirrorsRoundThingsAsItDoesLines)
+{
+    auto* const line = addLine({1000, 0}, {1000, 500});
+    auto* const circle = add(new CVexDbCircle({1000, 500}, 5.0));
+    select(line);
+    select(circle);
+    type(L"y0,0\n0.0009,10\n");
+    run(VexDb::CmdMirror);
+    EXPECT_NEAR(-999.910, line->EndPoint().x, 0.001);
+    EXPECT_NEARLY(line->EndPoint().x, line->EndPoint().y, circle->Center());
 }
 
 TEST_F(TransformCommandTest, YesMirrorsTheSourcesAwayAndAllElseKeepsThem)

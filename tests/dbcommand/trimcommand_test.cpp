@@ -201,6 +201,29 @@ TEST_F(CutCommandTest, TheLastEntityIsTakenByItsKey)
     EXPECT_LINE(5.0, 30.0, 20.0, 30.0, *level);
 }
 
+TEST_F(CutCommandTest, TheKeyTakesNothingThatDoesNotShow)
+{
+    uprights[1]->setInVisable();
+    database->setLastEntity(uprights[1]);
+    press(L'L');
+    type(L"\n");
+    run(VexDb::CmdTrim);
+    EXPECT_EQ(L"P36: ", line()) << "no boundary, so nothing to cut";
+}
+
+// The key tells no piece: what a click before pointed at would go by chance.
+TEST_F(CutCommandTest, WhatIsTakenByTheKeyIsNotCut)
+{
+    const unsigned long before = handler().refusals();
+    pickBoundaries();
+    database->setLastEntity(level);
+    press(L'L');
+    type(L"\n");
+    run(VexDb::CmdTrim);
+    EXPECT_LINE(5.0, 30.0, 35.0, 30.0, *level);
+    EXPECT_EQ(before + 1, handler().refusals());
+}
+
 TEST_F(CutCommandTest, TheSelectionStaysAndIsNoBoundary)
 {
     select(uprights[1]);

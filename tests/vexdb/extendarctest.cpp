@@ -95,4 +95,16 @@ TEST_F(ExtendArcTest, TouchingLineBounds)
     EXPECT_EQ("arc 0,0 r10 from 20 to 90", extended(20, 60, 50, {makeLine({-20, 10}, {20, 10})}));
 }
 
+// Rounding puts some of these hits just below a full turn, where isOn does not find the start.
+TEST_F(ExtendArcTest, AHitAtTheStartThatMovesIsNoneOverAngleZeroEither)
+{
+    for (int k = 0; k < 30; ++k) {
+        const double slope = 0.05 + 0.037 * k;
+        CVexDbArc* arc = addArc(30, 0, 86);
+        CVexDbLine* through = makeLine({-50, -80 * slope}, {43, 13 * slope});
+        EXPECT_TRUE(extend(*arc, polar(30, 20), {through}));
+        EXPECT_LT(arc->StartAngle(), 5.0) << k;
+    }
+}
+
 } // namespace

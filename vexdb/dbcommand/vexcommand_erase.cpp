@@ -24,6 +24,7 @@ void eraseRecorded(CVexDbEntity& entity, CVexUndoHandler& undo)
 
 bool CVexCommandHandler::askSet(VexEntitySet& entities)
 {
+    dropInvisible(); // a layer may have been put off since
     if (m_trackers.empty()) {
         return GetEntities(VexDb::PromptSelectEntities, &entities) == InputPoint && !isInputLost();
     }

@@ -11,12 +11,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <span>
 
 namespace {
 
 using Boundaries = std::vector<CVexDbEntity*>;
 
+const CVexGePoint2d kNoPick(std::numeric_limits<double>::quiet_NaN(), 0.0);
 constexpr std::array kNeverTrimmed = {VexDb::kSpiral, VexDb::kSpline, VexDb::kBox};
 constexpr std::array kNeverExtended = {VexDb::kSpiral, VexDb::kBox, VexDb::kCircle, VexDb::kSpline,
                                        VexDb::kEllipse};
@@ -73,7 +76,7 @@ void CVexCommandHandler::cutAtBoundaries(const CutRule& rule)
     Boundaries boundaries(copies.size());
     std::ranges::transform(copies, boundaries.begin(), &std::unique_ptr<CVexDbEntity>::get);
     CVexDbEntity* entity = nullptr;
-    CVexGePoint2d pick;
+    CVexGePoint2d pick = kNoPick;
     while (GetEntity(VexDb::PromptSelectEntities, entity, &pick) == InputPoint &&
            entity != nullptr) {
         if (cutOne(rule, *entity, pick, boundaries)) {
@@ -81,6 +84,7 @@ void CVexCommandHandler::cutAtBoundaries(const CutRule& rule)
                 display->SendMessage(WM_PAINT, 0, 0);
             }
         }
+        pick = kNoPick;
     }
 }
 
@@ -114,6 +118,10 @@ bool CVexCommandHandler::cutOne(const CutRule& rule, CVexDbEntity& entity, CVexG
         std::ranges::find(rule.excluded, entity.classType()) != rule.excluded.end();
     if (excluded) {
         MessageBoxW(rule.refusal, L"", MB_OK);
+        return false;
+    }
+    if (!std::isfinite(pick.x)) { // taken by key, which tells no piece or end
+        refuse(L"Click the piece or end that is meant.");
         return false;
     }
     const VexUndoGroup step(m_database->undoHandler());

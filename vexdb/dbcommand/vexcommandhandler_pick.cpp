@@ -27,7 +27,7 @@ protected:
             return VexVerdict::kSwallow;
         }
         CVexDbEntity* last = database().lastEntity();
-        if (key == kLastEntityKey && last != nullptr && !last->isErased()) {
+        if (key == kLastEntityKey && last != nullptr && last->isVisiable()) {
             m_entity = last;
             answer(InputPoint);
             return VexVerdict::kSwallow;

@@ -6,7 +6,9 @@
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/vexdbdatabase.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -38,6 +40,23 @@ bool collapses(const tagUndoEditEntity& edit)
 {
     return edit.editType == kUndoScale &&
            !(isUndoneFactor(edit.vector.x) && isUndoneFactor(edit.vector.y));
+}
+
+/// Whether base or way are so far off that there and back loses digits of a coordinate.
+bool losesDigits(const tagUndoEditEntity& edit)
+{
+    constexpr double kMostLost = 1e-7; // drawing units
+    if (!isTransform(edit.editType)) {
+        return false;
+    }
+    const bool isMove = edit.editType == kUndoMove;
+    const double x = isMove ? edit.vector.x : edit.point.x;
+    const double y = isMove ? edit.vector.y : edit.point.y;
+    const double least = edit.editType == kUndoScale
+                             ? std::min({1.0, std::abs(edit.vector.x), std::abs(edit.vector.y)})
+                             : 1.0;
+    const double reach = std::max(std::abs(x), std::abs(y));
+    return !(reach * std::numeric_limits<double>::epsilon() <= kMostLost * least);
 }
 
 CVexDbObjectId blockOf(const CVexDbEntity& entity)
@@ -91,7 +110,7 @@ void CVexUndoHandler::keepWhatIsLost()
         return;
     }
     const auto keepShape = undoClass(entity.classType())->keepShape;
-    if (collapses(edit)) {
+    if (collapses(edit) || losesDigits(edit)) {
         edit.data = VexUndoGeometry::of(entity);
     } else if (keepShape != nullptr) {
         edit.data = keepShape(entity, edit);

@@ -48,9 +48,9 @@ struct Directions {
     double last = 0.0;
 };
 
-/// Where the whole circle of `arc` meets the boundaries, beyond the arc and not so near to the end
-/// that stays, at `fixed`, that the arc would become a whole turn.
-std::optional<Directions> directionsBeyond(const CVexDbArc& arc, double fixed,
+/// Where the whole circle of `arc` meets the boundaries, beyond the arc, off the end at `now` that
+/// moves, and not so near to the one at `fixed` that the arc would become a whole turn.
+std::optional<Directions> directionsBeyond(const CVexDbArc& arc, double now, double fixed,
                                            const std::vector<CVexDbEntity*>& boundaries, double tol)
 {
     const CVexDbCircle turn(arc.Center(), arc.Radius());
@@ -58,7 +58,8 @@ std::optional<Directions> directionsBeyond(const CVexDbArc& arc, double fixed,
     std::optional<Directions> found;
     for (const CVexGePoint2d& hit : hitsOf(turn, boundaries, CVexGeEntity2d::kExtendNone, tol)) {
         const double angle = arc.Center().angleTo(hit);
-        if (arc.isOn(hit, tol) != 0 || !(angleBetween(angle, fixed) > least)) {
+        if (arc.isOn(hit, tol) != 0 || !(angleBetween(angle, fixed) > least) ||
+            !(angleBetween(angle, now) > kGeAngleTol)) { // isOn does not look over angle zero
             continue;
         }
         if (!found) {
@@ -83,15 +84,15 @@ CVexDbEntity* CVexDbArc::Trim(CVexGePoint2d& pick, std::vector<CVexDbEntity*>& c
 bool CVexDbArc::Extend(CVexGePoint2d& pick, std::vector<CVexDbEntity*>& boundaries, double tol)
 {
     const VexDbCurveEnd end = VexDbArcWay(geArc()).isNearerStart(pick) ? kCurveStart : kCurveEnd;
+    const double now = angleOf(*this, end);
     const double fixed = angleOf(*this, end == kCurveStart ? kCurveEnd : kCurveStart);
-    const std::optional<Directions> found = directionsBeyond(*this, fixed, boundaries, tol);
+    const std::optional<Directions> found = directionsBeyond(*this, now, fixed, boundaries, tol);
     if (!found) {
         return false;
     }
     // Of the hits in order from angle zero only the first and the last are looked at, and the
     // nearer of them is taken whichever way round it lies: who picks boundaries for an arc picks
     // the two that it runs between.
-    const double now = angleOf(*this, end);
     const bool lastIsNearer = angleBetween(found->last, now) < angleBetween(found->first, now);
     turnEnd(*this, end, lastIsNearer ? found->last : found->first);
     return true;

@@ -6,8 +6,11 @@
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexge/geentity2d/vexgeline2d.h"
+#include "vexge/gemath/vexgetol.h"
+#include "vexge/gemath/vexgevector2d.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -23,6 +26,17 @@ bool crossesRay(const CVexGePoint2d& p1, const CVexGePoint2d& p2, const CVexGePo
     }
     const double xAtPoint = p1.x + (point.y - p1.y) * (p2.x - p1.x) / (p2.y - p1.y);
     return p1.x == p2.x || point.x <= xAtPoint;
+}
+
+/// A longer piece of a steep mirror line: the matrix of a mirroring takes one with too short a run
+/// in x for vertical, and what is mirrored by it would part from what is mirrored by the angle.
+CVexGeLine2d longEnough(const CVexGeLine2d& line)
+{
+    constexpr double kNoRun = 1e-12; // of the rise: as good as vertical
+    const CVexGeVector2d way = line.endPoint() - line.startPoint();
+    const double run = std::fabs(way.x);
+    const bool isMistaken = run < kGeVerticalTol && run > kNoRun * std::fabs(way.y);
+    return isMistaken ? CVexGeLine2d(line.startPoint(), way * (2.0 * kGeVerticalTol / run)) : line;
 }
 
 } // namespace
@@ -143,8 +157,9 @@ void CVexDbEntity::ScaleBy(double factor, const CVexGePoint2d& centre)
 
 void CVexDbEntity::Mirror(const CVexGeLine2d& line)
 {
-    transform([&](CVexGeEntity2d& curve) { curve.mirror(line); },
-              entityKind(classType()).transforms.mirror, line);
+    const CVexGeLine2d axis = longEnough(line);
+    transform([&](CVexGeEntity2d& curve) { curve.mirror(axis); },
+              entityKind(classType()).transforms.mirror, axis);
 }
 
 /// Transforms a curve's geometry by `ofCurve`, anything else by its kind's own operation.

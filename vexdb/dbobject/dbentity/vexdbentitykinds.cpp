@@ -75,16 +75,18 @@ constexpr VexDbEntityTransforms kRectTransforms = {
 
 template <class Entity>
 constexpr VexDbEntityKind row(VexDb::ClassType type, bool (*isClosed)(const CVexDbCurve&),
-                              const VexDbEntityTransforms& transforms = {})
+                              const VexDbEntityTransforms& transforms = {},
+                              void (*explode)(CVexDbEntity&) = nullptr)
 {
-    return {type, &make<Entity>, &copy<Entity>, isClosed, transforms};
+    return {type, &make<Entity>, &copy<Entity>, isClosed, transforms, explode};
 }
 
 constexpr std::array kKinds = {
     row<CVexDbArc>(VexDb::kArc, nullptr),
     row<CVexDbCircle>(VexDb::kCircle, &always),
     row<CVexDbLine>(VexDb::kLine, nullptr),
-    row<CVexDbPolyline>(VexDb::kPolyline, &ifClosed<CVexDbPolyline>),
+    row<CVexDbPolyline>(VexDb::kPolyline, &ifClosed<CVexDbPolyline>, {},
+                        &Call<&CVexDbPolyline::Explode>::on),
     row<CVexDbPoint>(VexDb::kPoint, nullptr, kPointTransforms),
     row<CVexDbRect>(VexDb::kRectangle, nullptr, kRectTransforms),
     row<CVexDbBox>(VexDb::kBox, &always),

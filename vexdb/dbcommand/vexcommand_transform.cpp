@@ -1,7 +1,6 @@
 // The commands that transform a set of entities: move, copy, rotate, copy and rotate, scale,
 // mirror.
 
-#include "platform/base/vextext.h"
 #include "platform/window/cwnd.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbcommand/vexpromptid.h"
@@ -74,7 +73,7 @@ public:
     /// Turns the set about the base point by what was typed in degrees, if that was the answer.
     void turnByTyped(int result)
     {
-        const std::optional<double> degrees = typedValue(result);
+        const std::optional<double> degrees = m_tracker->typedNumber(result);
         if (degrees && *degrees != 0.0) {
             const CVexGeVector2d direction(*degrees * kRadiansPerDegree);
             change(VexDb::TransFormRotate, direction, 1.0, [&](CVexDbEntity& entity) {
@@ -85,7 +84,7 @@ public:
     /// Scales it by a typed factor; one that is not above 0 is none.
     void scaleByTyped(int result)
     {
-        const std::optional<double> factor = typedValue(result);
+        const std::optional<double> factor = m_tracker->typedNumber(result);
         if (factor && *factor > 0.0) {
             change(VexDb::TransFormScale, {}, *factor,
                    [&](CVexDbEntity& entity) { entity.ScaleBy(*factor, m_base); });
@@ -103,15 +102,6 @@ private:
             m_handler.noteAnswer(InputString); // a number alone names no target
         }
         return result;
-    }
-
-    [[nodiscard]] std::optional<double> typedValue(int result) const
-    {
-        switch (result) {
-        case InputNumber: return m_tracker->resBuffer().value.number;
-        case InputString: return toNumber(m_tracker->resBuffer().value.text);
-        default: return std::nullopt;
-        }
     }
 
     /// Records and does one transform of all that the tracker has, as one undo step.

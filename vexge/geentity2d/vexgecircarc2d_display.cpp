@@ -66,8 +66,9 @@ struct StepTable {
     /// A quarter of a turn, where the table has room for it: an arc that starts on an axis comes
     /// to the next axis there, which is where a coordinate is next to an integer.
     int stretch = 1;
-    std::array<double, kStretches* kLongestStretch> cosine = {};
-    std::array<double, kStretches* kLongestStretch> sine = {};
+    static constexpr std::size_t kMost = std::size_t{kStretches} * kLongestStretch;
+    std::array<double, kMost> cosine = {};
+    std::array<double, kMost> sine = {};
 
     constexpr StepTable() = default;
     explicit StepTable(int segmentsOfTurn)

@@ -15,7 +15,7 @@ constexpr std::size_t kFirstGripOnCircle = 1; // behind the centre
 
 std::array<CVexGePoint2d, 5> gripsOf(const CVexGeCircArc2d& circle)
 {
-    const CVexGePoint2d centre = circle.center();
+    const CVexGePoint2d& centre = circle.center();
     const CVexGeVector2d right(circle.radius(), 0.0);
     const CVexGeVector2d up(0.0, circle.radius());
     return {centre, centre + right, centre + up, centre - right, centre - up};

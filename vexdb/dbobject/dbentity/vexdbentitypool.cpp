@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <memory>
 #include <new>
 #include <sys/mman.h>
 #include <utility>
@@ -49,12 +49,10 @@ struct alignas(kStep) Chunk {
 /// Asks for large pages where a chunk has room for them.
 void askForLargePages(Chunk& chunk)
 {
-    const auto up = [](std::uintptr_t at) { return (at + kLargePage - 1) / kLargePage; };
-    const std::uintptr_t first = up(reinterpret_cast<std::uintptr_t>(chunk.begin()));
-    const std::uintptr_t last = reinterpret_cast<std::uintptr_t>(chunk.end()) / kLargePage;
-    if (first < last) {
-        madvise(reinterpret_cast<void*>(first * kLargePage), (last - first) * kLargePage,
-                MADV_HUGEPAGE);
+    void* first = chunk.begin();
+    std::size_t room = static_cast<std::size_t>(chunk.end() - chunk.begin());
+    if (std::align(kLargePage, kLargePage, first, room) != nullptr) {
+        madvise(first, room / kLargePage * kLargePage, MADV_HUGEPAGE);
     }
 }
 

@@ -7,6 +7,11 @@ constexpr unsigned long kArc = hostNumberOf(VexDb::CmdArc);
 constexpr unsigned long kCircle = hostNumberOf(VexDb::CmdCircle);
 constexpr unsigned long kRectangle = hostNumberOf(VexDb::CmdRect);
 constexpr unsigned long kBox = hostNumberOf(VexDb::CmdBox);
+constexpr unsigned long kPolyline = hostNumberOf(VexDb::CmdPolyline);
+constexpr unsigned long kArcPolyline = hostNumberOf(VexDb::CmdArcPolyline);
+constexpr unsigned long kPolygon = hostNumberOf(VexDb::CmdPolygon);
+constexpr unsigned long kPolyStar = hostNumberOf(VexDb::CmdPolyStar);
+constexpr unsigned long kPolylineEdit = hostNumberOf(VexDb::CmdPolylineEdit);
 constexpr unsigned long kErase = hostNumberOf(VexDb::CmdErase);
 constexpr unsigned long kMove = hostNumberOf(VexDb::CmdMove);
 constexpr unsigned long kCopy = hostNumberOf(VexDb::CmdCopy);
@@ -50,6 +55,12 @@ constexpr std::array kCommands = {
     DraftCommand{kCircle, "&Circle", "Draw a circle by centre and radius", "", "circle"},
     DraftCommand{kRectangle, "&Rectangle", "Draw a rectangle by two corners", "", "rectangle"},
     DraftCommand{kBox, "&Box", "Draw a rectangle by two corners and its angle", "", "box"},
+    DraftCommand{kPolyline, "&Polyline", "Draw lines and arcs in one piece", "", ""},
+    DraftCommand{kArcPolyline, "Arc Pol&yline", "The same, begun with an arc", "", ""},
+    DraftCommand{kPolygon, "Poly&gon", "Draw a regular polygon", "", ""},
+    DraftCommand{kPolyStar, "&Star", "Draw a star", "", ""},
+    DraftCommand{kPolylineEdit, "E&dit Polyline", "Close, open, break, join or round a polyline",
+                 "", ""},
     DraftCommand{kMove, "&Move", "Move entities", "", "move"},
     DraftCommand{kCopy, "&Copy", "Copy entities to one place after another", "", "copy"},
     DraftCommand{kRotate, "&Rotate", "Turn entities about a point", "", "rotate"},
@@ -69,9 +80,11 @@ constexpr unsigned long kView[] = {
     kHostZoomExtents,  kHostZoomAll,  kHostZoomWindow, kHostZoomIn,  kHostZoomOut,
     kHostZoomPrevious, kGap,          kHostPan,        kHostRedraw,  kGap,
     kHostGrid,         kHostGridSnap, kHostOrtho,      kHostGripSnap};
-constexpr unsigned long kDraw[] = {kLine, kArc, kHostArcContinue, kCircle, kGap, kRectangle, kBox};
-constexpr unsigned long kModify[] = {kMove,   kCopy, kRotate, kCopyRotate, kScale,
-                                     kMirror, kGap,  kTrim,   kExtend,     kExplode};
+constexpr unsigned long kDraw[] = {kLine,      kArc,      kHostArcContinue, kCircle,
+                                   kGap,       kPolyline, kArcPolyline,     kGap,
+                                   kRectangle, kBox,      kPolygon,         kPolyStar};
+constexpr unsigned long kModify[] = {kMove, kCopy, kRotate, kCopyRotate, kScale, kMirror,
+                                     kGap,  kTrim, kExtend, kExplode,    kGap,   kPolylineEdit};
 constexpr unsigned long kTools[] = {
     kHostNew,
     kHostOpen,

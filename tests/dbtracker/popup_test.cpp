@@ -85,10 +85,10 @@ TEST_F(PopupTest, ALineOffersWhatCanBeDoneToIt)
     EXPECT_EQ(0, choose(0));
     ASSERT_EQ(1u, backend.shownMenus().size());
     EXPECT_EQ(backend.shownMenus()[0].name(), L"EntityPop");
-    EXPECT_EQ(
-        (std::vector<unsigned>{kPopupUnSelect, kPopupCopy, kPopupMove, kPopupRotate, kPopupScale,
-                               kPopupMirrorX, kPopupMirrorY, kPopupMirrorLine, kPopupErase}),
-        enabled(backend.shownMenus()[0]));
+    EXPECT_EQ((std::vector<unsigned>{kPopupUnSelect, kPopupCopy, kPopupMove, kPopupRotate,
+                                     kPopupScale, kPopupMirrorX, kPopupMirrorY, kPopupMirrorLine,
+                                     kPopupErase, kPopupDivide}),
+              enabled(backend.shownMenus()[0]));
     EXPECT_EQ(0u, records());
 }
 

@@ -5,10 +5,12 @@
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
 #include "vexdb/dbobject/dbentity/vexdbcircle.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexdb/dbtracker/vexarctracker.h"
 #include "vexdb/dbtracker/vexboxtracker.h"
 #include "vexdb/dbtracker/vexcircletracker.h"
+#include "vexdb/dbtracker/vexpolylinetracker.h"
 #include "vexdb/dbtracker/vexrecttracker.h"
 
 namespace {
@@ -21,6 +23,8 @@ struct Kind {
     Type type;
     CVexGePoint2d sizingGrip; // one that reshapes, and where a drag takes it
     CVexGePoint2d to;
+    bool isDivided = false;  // by its menu
+    bool takesTyped = false; // what is typed during a drag counts as a click
 };
 
 // Each covers (10, 10) to (20, 20), the box and the rectangle up to (20, 16).
@@ -31,7 +35,8 @@ const Kind kKinds[] = {
      },
      Type::TrackerLine,
      {20, 20},
-     {25, 22}},
+     {25, 22},
+     true},
     {"arc",
      [] {
          return static_cast<CVexDbEntity*>(
@@ -39,14 +44,16 @@ const Kind kKinds[] = {
      },
      Type::TrackerArc,
      {10, 20},
-     {0, 10}},
+     {0, 10},
+     true},
     {"circle",
      [] {
          return static_cast<CVexDbEntity*>(new CVexDbCircle({15, 15}, 5.0));
      },
      Type::TrackerCircle,
      {20, 15},
-     {25, 15}},
+     {25, 15},
+     true},
     {"box",
      [] {
          return static_cast<CVexDbEntity*>(new CVexDbBox({10, 10}, CVexGeVector2d(10, 6)));
@@ -61,6 +68,18 @@ const Kind kKinds[] = {
      Type::TrackerRect,
      {20, 16},
      {25, 22}},
+    {"polyline",
+     [] {
+         auto* const polyline = new CVexDbPolyline(0, nullptr);
+         polyline->SetVertexes({{10, 10}, {15, 20}, {20, 20}}, false);
+         polyline->SetBulgeAt(0, 0.25);
+         return static_cast<CVexDbEntity*>(polyline);
+     },
+     Type::TrackerPolyline,
+     {20, 20},
+     {25, 22},
+     true,
+     true},
 };
 
 std::ostream& operator<<(std::ostream& out, const Kind& kind)
@@ -110,15 +129,17 @@ TEST_P(EachKindTest, AClickOffTheGripsLeavesItPassive)
 
 TEST_P(EachKindTest, EveryWayOutOfADragTakesBandAndCopyOff)
 {
-    const std::vector<std::pair<int, std::function<void()>>> ways = {
+    std::vector<std::pair<int, std::function<void()>>> ways = {
         {InputCancel, [this] { press(VK_ESCAPE); }},
         {InputCancel, [this] { rightClick(); }},
-        {InputCancel, [this] { type(L"\n"); }},
-        {InputTypedPoint, [this] { type(L"9,9\n"); }},
-        {InputNumber, [this] { type(L"9\n"); }},
         {InputString, [this] { type(L"x\n"); }},
         {InputLost, [] {}},
     };
+    if (!GetParam().takesTyped) {
+        ways.insert(ways.begin(), {{InputCancel, [this] { type(L"\n"); }},
+                                   {InputTypedPoint, [this] { type(L"9,9\n"); }},
+                                   {InputNumber, [this] { type(L"9\n"); }}});
+    }
     const auto before = bytes();
     const std::size_t shown = leftOver().size();
     for (const auto& [result, leave] : ways) {
@@ -190,11 +211,22 @@ TEST_P(EachKindTest, ItsMenuOffersWhatCanBeDoneToIt)
             enabled.push_back(item.id);
         }
     }
-    EXPECT_EQ(backend.shownMenus()[0].name(), L"EntityPop");
-    EXPECT_EQ(
-        (std::vector<unsigned>{kPopupUnSelect, kPopupCopy, kPopupMove, kPopupRotate, kPopupScale,
-                               kPopupMirrorX, kPopupMirrorY, kPopupMirrorLine, kPopupErase}),
-        enabled);
+    std::vector<unsigned> expected = {kPopupUnSelect, kPopupCopy,      kPopupMove,
+                                      kPopupRotate,   kPopupScale,     kPopupMirrorX,
+                                      kPopupMirrorY,  kPopupMirrorLine};
+    if (GetParam().type == Type::TrackerPolyline) {
+        EXPECT_EQ(backend.shownMenus()[0].name(), L"Polyline");
+        expected.insert(expected.end(), {kPopupExplode, kPopupErase, kPopupChangeStart,
+                                         kPopupReverse, kPopupDivide, kPopupBreak, kPopupJoin,
+                                         kPopupInsertVertex, kPopupDeleteVertex, kPopupLineArc});
+    } else {
+        EXPECT_EQ(backend.shownMenus()[0].name(), L"EntityPop");
+        expected.push_back(kPopupErase);
+        if (GetParam().isDivided) {
+            expected.push_back(kPopupDivide);
+        }
+    }
+    EXPECT_EQ(expected, enabled);
 }
 
 TEST_P(EachKindTest, ItsMenuCopiesIt)
@@ -239,7 +271,7 @@ template <class Tracker>
 class TrackerClassTest : public ShapeTrackerTest {
 };
 using TrackerClasses = testing::Types<CVexLineTracker, CVexArcTracker, CVexCircleTracker,
-                                      CVexBoxTracker, CVexRectTracker>;
+                                      CVexBoxTracker, CVexRectTracker, CVexPolylineTracker>;
 TYPED_TEST_SUITE(TrackerClassTest, TrackerClasses);
 
 TYPED_TEST(TrackerClassTest, KnowsItsTypeHoweverItIsMade)
@@ -248,7 +280,8 @@ TYPED_TEST(TrackerClassTest, KnowsItsTypeHoweverItIsMade)
                               : std::is_same_v<TypeParam, CVexArcTracker>    ? 1
                               : std::is_same_v<TypeParam, CVexCircleTracker> ? 2
                               : std::is_same_v<TypeParam, CVexBoxTracker>    ? 3
-                                                                             : 4];
+                              : std::is_same_v<TypeParam, CVexRectTracker>   ? 4
+                                                                             : 5];
     const std::unique_ptr<CVexDbEntity> entity(kind.make());
     entity->setDatabase(this->database.get());
     TypeParam ofWindow(&this->display);

@@ -1,42 +1,13 @@
 #pragma once
 
 #include "tests/vexdb/polylinefixture.h"
+#include "tests/vexdb/polylinewords.h"
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbcircle.h"
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
-
-/// A number of the tests' words: six digits, without a minus before a zero.
-inline std::string wordOf(double number)
-{
-    constexpr double kMillion = 1e6;
-    std::ostringstream text;
-    text.precision(15);
-    text << std::round(number * kMillion) / kMillion + 0.0;
-    return text.str();
-}
-
-inline std::string wordOf(const CVexGePoint2d& point)
-{
-    return wordOf(point.x).append(1, ',').append(wordOf(point.y));
-}
-
-/// The vertices in words, a bulge that is not 0 after its vertex: "0,0 b1 10,0 closed".
-inline std::string wordsOf(const CVexDbPolyline& polyline)
-{
-    std::ostringstream words;
-    for (unsigned i = 0; i < polyline.NumVerts(); ++i) {
-        words << (i > 0 ? " " : "") << wordOf(polyline.gePolyline().vertices()[i]);
-        if (polyline.GetBulgeAt(i) != 0.0) {
-            words << " b" << wordOf(polyline.GetBulgeAt(i));
-        }
-    }
-    words << (polyline.IsClosed() ? " closed" : "");
-    return words.str();
-}
 
 /// An undo record in words: its number, the vertex, and what was there before.
 inline std::string wordsOf(const tagUndoEditEntity& edit)

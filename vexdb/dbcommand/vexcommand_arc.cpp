@@ -15,26 +15,10 @@ constexpr double kRadiansPerDegree = std::numbers::pi / 180.0;
 constexpr double kFirstSweep = 0.1; // radians, until the first move
 constexpr wchar_t kRadiusKey = L'R';
 
-bool isPlaced(int result)
-{
-    return result == InputPoint || result == InputTypedPoint;
-}
-
 /// Beyond a turn the same direction: an arc that runs over itself can be neither drawn nor trimmed.
 double withinTurn(double radians)
 {
     return std::fabs(radians) > kGeTwoPi ? std::fmod(radians, kGeTwoPi) : radians;
-}
-
-/// Whether three points lie on one line, up to what rounding leaves, so that no arc joins them.
-bool areOnOneLine(const CVexGePoint2d& first, const CVexGePoint2d& second,
-                  const CVexGePoint2d& third)
-{
-    constexpr double kLeastSine = 1e-12;
-    const CVexGeVector2d there = second - first;
-    const CVexGeVector2d on = third - second;
-    const double cross = there.x * on.y - there.y * on.x;
-    return !(std::fabs(cross) > kLeastSine * there.length() * on.length());
 }
 
 /// Where an arc drawn from `begin` ended. It is kept counter-clockwise whichever way it was drawn,

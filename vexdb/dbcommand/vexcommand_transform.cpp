@@ -19,11 +19,6 @@ namespace {
 constexpr double kRadiansPerDegree = std::numbers::pi / 180.0;
 constexpr wchar_t kYes = L'Y';
 
-bool isPlaced(int result)
-{
-    return result == InputPoint || result == InputTypedPoint;
-}
-
 bool isByNumber(VexDb::TransFormOption option)
 {
     return option == VexDb::TransFormRotate || option == VexDb::TransFormScale;

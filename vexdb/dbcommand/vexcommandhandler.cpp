@@ -64,6 +64,19 @@ void CVexCommandHandler::setLastEntity(CVexDbEntity* entity)
     }
 }
 
+bool CVexCommandHandler::acceptMade(CVexDbEntity& entity)
+{
+    CVexGePoint2d min;
+    CVexGePoint2d max;
+    const bool hasPlace = entity.trueExtents(min, max);
+    if (hasPlace) {
+        setLastEntity(&entity);
+    } else {
+        refuse(L"This is too far out to be drawn.");
+    }
+    return hasPlace;
+}
+
 void CVexCommandHandler::leave()
 {
     if (--m_busy == 0) {

@@ -20,6 +20,7 @@ class CDC;
 class CVexDbDatabase;
 class CVexDbEntity;
 class CVexDbEntityTracker;
+class CVexDbPolyline;
 class CVexPromptHandler;
 class CWnd;
 
@@ -192,6 +193,16 @@ public:
     [[nodiscard]] CVexDbEntity* lastEntity() const { return m_lastEntity; }
     void setLastEntity(CVexDbEntity* entity);
 
+    // What polyline commands and the popup menu share. Both are recorded for undo, in the step that
+    // is open or in one of their own, so that the bool plays no part.
+    /// Cuts a polyline of the drawing at a vertex that is neither its first nor its last; a closed
+    /// one is opened at its start. The vertices from there on are a new polyline, the caller's to
+    /// add; null, with nothing changed, for another vertex.
+    CVexDbPolyline* CommandBreakPolyline(CVexDbPolyline* polyline, int index, bool group);
+    /// Joins the polylines, lines and arcs that meet an end of `polyline`, or of what has been
+    /// joined to it: they are erased, and leave the set. Always 1.
+    int CommandJoinPolyline(CVexDbPolyline* polyline, VexEntitySet& entities, bool group);
+
     // Blocking calls on the stack.
     /// True while a command, track, menu or selection runs: the host then starts nothing else.
     [[nodiscard]] bool isBusy() const { return m_busy > 0; }
@@ -235,12 +246,21 @@ private:
     CVexDbEntity* CommandArc(unsigned long& step);
     CVexDbEntity* CommandBox(unsigned long& step);
     CVexDbEntity* CommandRect(unsigned long& step);
+    CVexDbEntity* CommandPolyline(unsigned long& step);
+    CVexDbEntity* CommandArcPolyline(unsigned long& step);
+    CVexDbEntity* CommandPolygon(unsigned long& step);
+    CVexDbEntity* CommandPolyStar(unsigned long& step);
     // What creating commands share, see vexcreation.h, and the ways to an arc.
     template <class Entity, class Tracker>
     class Creation;
+    /// Makes a new entity the last one made. False, with a refusal, for one that numbers beyond all
+    /// measure have given no place in a drawing.
+    bool acceptMade(CVexDbEntity& entity);
     class ArcDialogue;
+    class PolylineDialogue;
     /// A plain point; false for a cancel or a loss.
     bool askPoint(int prompt, CVexGePoint2d& point);
+    bool askPolygon(CVexGePoint2d& point, unsigned long& step);
     // What changes the drawing by itself gives null.
     CVexDbEntity* CommandErase(unsigned long& step);
     CVexDbEntity* CommandMove(unsigned long& step);
@@ -252,6 +272,8 @@ private:
     CVexDbEntity* CommandTrim(unsigned long& step);
     CVexDbEntity* CommandExtend(unsigned long& step);
     CVexDbEntity* CommandExplode(unsigned long& step);
+    CVexDbEntity* CommandPolylineedit(unsigned long& step);
+    class PolylineEdit;
     // What these share.
     class Transform;
     /// The selection, or what is picked now when there is none; false for nothing to work on.

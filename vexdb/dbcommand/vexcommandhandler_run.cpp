@@ -25,10 +25,10 @@ const CVexCommandHandler::CommandRow* CVexCommandHandler::commandOf(VexDb::Comma
         CommandRow{VexDb::CmdCircle, L"CIRCLE", &CVexCommandHandler::CommandCircle},
         CommandRow{VexDb::CmdEllipse, L"ELLIPSE", nullptr},
         CommandRow{VexDb::CmdEllipseArc, L"ELLIPSEARC", nullptr},
-        CommandRow{VexDb::CmdPolyline, L"POLYLINE", nullptr},
-        CommandRow{VexDb::CmdArcPolyline, L"ARCPOLYLINE", nullptr},
-        CommandRow{VexDb::CmdPolygon, L"POLYGON", nullptr},
-        CommandRow{VexDb::CmdPolyStar, L"POLYSTAR", nullptr},
+        CommandRow{VexDb::CmdPolyline, L"POLYLINE", &CVexCommandHandler::CommandPolyline},
+        CommandRow{VexDb::CmdArcPolyline, L"ARCPOLYLINE", &CVexCommandHandler::CommandArcPolyline},
+        CommandRow{VexDb::CmdPolygon, L"POLYGON", &CVexCommandHandler::CommandPolygon},
+        CommandRow{VexDb::CmdPolyStar, L"POLYSTAR", &CVexCommandHandler::CommandPolyStar},
         CommandRow{VexDb::CmdSpiral, L"SPIRAL", nullptr},
         CommandRow{VexDb::CmdSpline, L"SPLINE", nullptr},
         CommandRow{VexDb::CmdCSpline, L"CSPLINE", nullptr},
@@ -49,7 +49,8 @@ const CVexCommandHandler::CommandRow* CVexCommandHandler::commandOf(VexDb::Comma
         CommandRow{VexDb::CmdExplode, L"EXPLODE", &CVexCommandHandler::CommandExplode},
         CommandRow{VexDb::CmdExtend, L"EXTEND", &CVexCommandHandler::CommandExtend},
         CommandRow{VexDb::CmdTrim, L"TRIM", &CVexCommandHandler::CommandTrim},
-        CommandRow{VexDb::CmdPolylineEdit, L"POLYLINEEDIT", nullptr},
+        CommandRow{VexDb::CmdPolylineEdit, L"POLYLINEEDIT",
+                   &CVexCommandHandler::CommandPolylineedit},
     };
     const auto row = std::ranges::find(kCommands, id, &CommandRow::id);
     return row == kCommands.end() ? nullptr : &*row;

@@ -4,6 +4,7 @@
 #include "vexdb/dbtracker/vexboxtracker.h"
 #include "vexdb/dbtracker/vexcircletracker.h"
 #include "vexdb/dbtracker/vexlinetracker.h"
+#include "vexdb/dbtracker/vexpolylinetracker.h"
 #include "vexdb/dbtracker/vexrecttracker.h"
 
 #include <algorithm>
@@ -27,8 +28,11 @@ struct Kind {
 
 // A kind of entity that can be gripped joins with a row.
 constexpr std::array kKinds = {
-    Kind{VexDb::kArc, &make<CVexArcTracker>},   Kind{VexDb::kCircle, &make<CVexCircleTracker>},
-    Kind{VexDb::kLine, &make<CVexLineTracker>}, Kind{VexDb::kRectangle, &make<CVexRectTracker>},
+    Kind{VexDb::kArc, &make<CVexArcTracker>},
+    Kind{VexDb::kCircle, &make<CVexCircleTracker>},
+    Kind{VexDb::kLine, &make<CVexLineTracker>},
+    Kind{VexDb::kPolyline, &make<CVexPolylineTracker>},
+    Kind{VexDb::kRectangle, &make<CVexRectTracker>},
     Kind{VexDb::kBox, &make<CVexBoxTracker>},
 };
 

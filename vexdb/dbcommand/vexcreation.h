@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 /// What a creating command has in hand: the entity that it makes, with the current properties and
 /// not in the drawing yet, and the tracker that shows it while the person shapes it. Both go
@@ -15,7 +16,12 @@ template <class Entity, class Tracker>
 class CVexCommandHandler::Creation {
 public:
     explicit Creation(CVexCommandHandler& handler)
-        : m_handler(handler), m_entity(std::make_unique<Entity>(handler.m_database)),
+        : Creation(handler, std::make_unique<Entity>(handler.m_database))
+    {
+    }
+    /// With an entity that was made otherwise, in the drawing's database.
+    Creation(CVexCommandHandler& handler, std::unique_ptr<Entity> entity)
+        : m_handler(handler), m_entity(std::move(entity)),
           m_tracker(handler.m_display, m_entity.get(), VexDb::TransFormNone, true)
     {
     }
@@ -66,17 +72,7 @@ public:
     }
     /// The entity is the last one made, and the caller's from here on. Null for one that numbers
     /// beyond all measure have given no place in a drawing.
-    Entity* handOver()
-    {
-        CVexGePoint2d min;
-        CVexGePoint2d max;
-        if (!m_entity->trueExtents(min, max)) {
-            m_handler.refuse(L"This is too far out to be drawn.");
-            return nullptr;
-        }
-        m_handler.setLastEntity(m_entity.get());
-        return m_entity.release();
-    }
+    Entity* handOver() { return m_handler.acceptMade(*m_entity) ? m_entity.release() : nullptr; }
 
 private:
     CVexCommandHandler& m_handler;

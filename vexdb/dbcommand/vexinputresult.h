@@ -11,3 +11,9 @@ enum InputResult : int {
     InputString = 3007,     // typed text that is neither number nor point
     InputEnter = 3008,      // Enter on an empty line, seen inside a tracker only
 };
+
+/// A point was clicked or typed.
+constexpr bool isPlaced(int result)
+{
+    return result == InputPoint || result == InputTypedPoint;
+}

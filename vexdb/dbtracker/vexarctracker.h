@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vexdb/dbtracker/vexarcband.h"
 #include "vexdb/dbtracker/vexradialtracker.h"
 
 class CVexDbArc;
@@ -9,10 +10,10 @@ class VEXDB_EXPORT CVexArcTracker
     : public CVexTrackerOf<CVexDbArc, CVexDbEntityTracker::TrackerArc, CVexRadialTracker> {
 public:
     // The ways of drawing: what the band and its end mean for the arc.
-    static constexpr unsigned long kThreePoints = 100; // from first over second to the position
-    static constexpr unsigned long kEndAngle = 200;    // from the centre, which is the band's start
-    static constexpr unsigned long kEndAngleByRadius = 300; // the same
-    static constexpr unsigned long kTangent = 400;          // on from the previous entity
+    static constexpr unsigned long kThreePoints = VexArcBand::kThreePoints;
+    static constexpr unsigned long kEndAngle = VexArcBand::kEndAngle;
+    static constexpr unsigned long kEndAngleByRadius = VexArcBand::kEndAngleByRadius;
+    static constexpr unsigned long kTangent = VexArcBand::kTangent;
 
     using CVexTrackerOf::CVexTrackerOf;
     /// The second point of a three-point arc, drawing units.
@@ -22,9 +23,9 @@ public:
 
 protected:
     bool recordGrip(int grip, tagUndoEditEntity& edit) override;
+    [[nodiscard]] bool canDivide() const override { return true; }
+    CVexDbEntity* makeDivided(int count) override;
 
 private:
-    void continueTangent(CVexDbArc& arc, const CVexGePoint2d& to) const;
-
     CVexGePoint2d m_arcPoint;
 };

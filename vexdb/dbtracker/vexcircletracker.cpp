@@ -2,6 +2,7 @@
 
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbcircle.h"
+#include "vexdb/dbtracker/vexdivided.h"
 
 namespace {
 
@@ -34,4 +35,9 @@ bool CVexCircleTracker::recordGrip(int grip, tagUndoEditEntity& edit)
     edit.editType = kUndoChangeSize;
     edit.vector = CVexGeVector2d(before, 0.0);
     return shapeOf(m_current).Radius() != before;
+}
+
+CVexDbEntity* CVexCircleTracker::makeDivided(int count)
+{
+    return dividedInto(count, shapeOf(m_entity));
 }

@@ -14,4 +14,6 @@ public:
 
 protected:
     bool recordGrip(int grip, tagUndoEditEntity& edit) override;
+    [[nodiscard]] bool canDivide() const override { return true; }
+    CVexDbEntity* makeDivided(int count) override;
 };

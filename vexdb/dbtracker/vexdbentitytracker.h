@@ -201,8 +201,14 @@ protected:
     /// Called once with the InputResult of the track, while band and copy can still be drawn: what
     /// does not stay is taken off, which after a point is nothing.
     virtual void endPicture(int result);
+    /// Strokes in XOR what stands behind the band and is in no drawing yet, which takes it off or
+    /// puts it on again around a repaint.
+    virtual void strokeBackground() {}
     /// What Enter on an empty line answers: after arrow keys a point, otherwise a cancel.
     [[nodiscard]] virtual int enterResult() const;
+    /// What the track answers when a key has ended it with `result`; a kind may take a typed answer
+    /// as a position here.
+    [[nodiscard]] virtual int settleAnswer(int result, int grip);
 
     /// The position is taken: ControlEnd, or for a band without entity the last point alone.
     void endAt(int grip);
@@ -234,11 +240,16 @@ protected:
     /// What a length is divided by to make a factor: the drawing's scale percent, above 0.
     [[nodiscard]] double scalePercent() const;
     bool refreshGrips();
+    /// The box of a grip, logical units.
+    [[nodiscard]] CRect gripBox(const CVexGePoint2d& grip) const;
     /// The raster operation in which a band shows on the background of `dc`.
     [[nodiscard]] static int bandRaster(const CDC& dc);
 
     // The popup menu.
     [[nodiscard]] static const PopupRow* popupRow(unsigned id);
+    /// What a kind does for a row in its own way; null where it has none.
+    [[nodiscard]] virtual PopupAction ownAction(unsigned /*id*/) const { return nullptr; }
+    [[nodiscard]] PopupAction actionOf(const PopupRow& row) const;
     [[nodiscard]] bool canAct(const PopupRow& row) const;
     PopupEnd popupUnSelect(CWnd& window, CPoint device, int grip);
     PopupEnd popupCopy(CWnd& window, CPoint device, int grip);

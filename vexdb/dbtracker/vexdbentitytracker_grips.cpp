@@ -22,6 +22,11 @@ CRect boxAround(const CVexGePoint2d& grip, CSize handle, double pixelScale)
 
 } // namespace
 
+CRect CVexDbEntityTracker::gripBox(const CVexGePoint2d& grip) const
+{
+    return boxAround(grip, m_handleSize, m_pixelScale);
+}
+
 bool CVexDbEntityTracker::refreshGrips()
 {
     return m_entity != nullptr && m_entity->getGripPointVec(m_gripPoints);
@@ -35,7 +40,7 @@ int CVexDbEntityTracker::HitTest(CPoint device)
     CPoint logical = device;
     m_dc->DPtoLP(&logical);
     for (std::size_t at = 0; at < m_gripPoints->size(); ++at) {
-        if (boxAround((*m_gripPoints)[at], m_handleSize, m_pixelScale).PtInRect(logical)) {
+        if (gripBox((*m_gripPoints)[at]).PtInRect(logical)) {
             return static_cast<int>(at);
         }
     }
@@ -54,7 +59,7 @@ bool CVexDbEntityTracker::DrawBoxis()
     const CPen pen(PS_SOLID, m_penWidth, m_handleColor);
     const CPen* const before = m_dc->SelectObject(&pen);
     for (const CVexGePoint2d& grip : *m_gripPoints) {
-        const CRect box = boxAround(grip, m_handleSize, m_pixelScale);
+        const CRect box = gripBox(grip);
         m_dc->MoveTo(box.left, box.top);
         m_dc->LineTo(box.right, box.top);
         m_dc->LineTo(box.right, box.bottom);

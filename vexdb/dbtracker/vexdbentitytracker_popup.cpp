@@ -44,8 +44,8 @@ void recordEdit(CVexDbDatabase& database, const CVexDbEntity& entity, UndoEditTy
 
 } // namespace
 
-/// What a row does, and whom it is offered to. A row whose entities are still to come has no
-/// action: it stands in the menu, greyed.
+/// What a row does, and whom it is offered to. A row that only some kinds can act on has no action
+/// here: it is theirs, and for all others it stands in the menu, greyed.
 struct CVexDbEntityTracker::PopupRow {
     using Rule = bool (*)(const CVexDbEntityTracker&);
 
@@ -64,7 +64,7 @@ struct CVexDbEntityTracker::PopupRow {
         const TrackerType type = tracker.m_type;
         const bool ofKind = type == TrackerArc || type == TrackerLine || type == TrackerCircle ||
                             type == TrackerPolyline;
-        return ofKind && tracker.canDivide();
+        return ofKind && tracker.canDivide() && inDrawing(tracker);
     }
     static bool explodes(const CVexDbEntityTracker& tracker)
     {
@@ -113,9 +113,15 @@ const CVexDbEntityTracker::PopupRow* CVexDbEntityTracker::popupRow(unsigned id)
     return row == kRows.end() ? nullptr : row;
 }
 
+CVexDbEntityTracker::PopupAction CVexDbEntityTracker::actionOf(const PopupRow& row) const
+{
+    const PopupAction own = ownAction(row.id);
+    return own != nullptr ? own : row.act;
+}
+
 bool CVexDbEntityTracker::canAct(const PopupRow& row) const
 {
-    return row.act != nullptr && row.allows(*this);
+    return actionOf(row) != nullptr && row.allows(*this);
 }
 
 int CVexDbEntityTracker::TrackMenu(CWnd* window, CPoint device)
@@ -144,7 +150,7 @@ int CVexDbEntityTracker::TrackMenuHandle(CWnd* window, CPoint point, int grip)
         return 0;
     }
     const VexUndoGroup step(m_database->undoHandler());
-    if ((this->*row->act)(*window, point, grip) == PopupEnd::kGone) {
+    if ((this->*actionOf(*row))(*window, point, grip) == PopupEnd::kGone) {
         return kTrackerGone;
     }
     m_handler->SetPrompt(VexDb::PromptNone);

@@ -90,6 +90,7 @@ public:
         m_bandShown = m_tracker.m_bandDrawn;
         m_copyShown = m_tracker.m_currentShown;
         m_tracker.liftPicture();
+        m_tracker.strokeBackground();
         if (m_tracker.m_dc != nullptr) {
             m_tracker.m_dc->SetROP2(R2_COPYPEN); // who paints now knows nothing of a band
         }
@@ -100,6 +101,7 @@ public:
         if (m_tracker.m_dc != nullptr) {
             m_tracker.m_dc->SetROP2(bandRaster(*m_tracker.m_dc));
         }
+        m_tracker.strokeBackground();
         m_tracker.restorePicture(m_bandShown, m_copyShown);
         if (m_blipShown) {
             CVexGePoint2d snapped; // for the marker alone: the position stays
@@ -167,8 +169,8 @@ private:
     void onKeyDown(const MSG& message)
     {
         m_result = m_tracker.KeyDownHandle(message, m_grip);
-        if (m_tracker.m_done && m_result == InputEnter) {
-            m_result = m_tracker.enterResult();
+        if (m_tracker.m_done) {
+            m_result = m_tracker.settleAnswer(m_result, m_grip);
         }
     }
 
@@ -252,6 +254,11 @@ void CVexDbEntityTracker::endPicture(int result)
 int CVexDbEntityTracker::enterResult() const
 {
     return m_movedByKeys ? InputPoint : InputCancel;
+}
+
+int CVexDbEntityTracker::settleAnswer(int result, int /*grip*/)
+{
+    return result == InputEnter ? enterResult() : result;
 }
 
 CVexGePoint2d CVexDbEntityTracker::exactAt(const CPoint& position) const

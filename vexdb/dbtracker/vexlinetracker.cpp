@@ -2,6 +2,7 @@
 
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
+#include "vexdb/dbtracker/vexdivided.h"
 
 namespace {
 
@@ -42,4 +43,9 @@ bool CVexLineTracker::recordGrip(int grip, tagUndoEditEntity& edit)
     edit.point = endOf(shapeOf(m_entity), grip);
     edit.vector = endOf(shapeOf(m_current), grip) - edit.point;
     return true;
+}
+
+CVexDbEntity* CVexLineTracker::makeDivided(int count)
+{
+    return dividedInto(count, shapeOf(m_entity));
 }

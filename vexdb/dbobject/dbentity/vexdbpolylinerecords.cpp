@@ -21,7 +21,10 @@ tagUndoEditEntity VexPolylineRecords::record(UndoEditType type) const
 
 void VexPolylineRecords::add(const tagUndoEditEntity& edit) const
 {
-    recordEdit(m_polyline, edit);
+    // One that is not in the drawing yet has nothing to be undone: its creation will be.
+    if (m_polyline.IsDbEntity()) {
+        recordEdit(m_polyline, edit);
+    }
 }
 
 void VexPolylineRecords::bulge(unsigned index, double before) const
@@ -65,6 +68,23 @@ void VexPolylineRecords::removed(unsigned index, const CVexGePolyline2d& chain,
 void VexPolylineRecords::opened() const
 {
     add(record(kUndoOpen));
+}
+
+void VexPolylineRecords::closed() const
+{
+    add(record(kUndoClose));
+}
+
+void VexPolylineRecords::reversed() const
+{
+    add(record(kUndoReverse));
+}
+
+void VexPolylineRecords::startChanges(unsigned index) const
+{
+    tagUndoEditEntity edit = record(kUndoChangeStart);
+    edit.index = static_cast<std::int32_t>(index);
+    add(edit);
 }
 
 void VexPolylineRecords::blockBegins() const

@@ -7,7 +7,8 @@
 class CVexDbPolyline;
 class CVexGePolyline2d;
 
-/// The undo records of an edit of one polyline, a step of their own unless a group is open already.
+/// The undo records of an edit of one polyline, a step of their own unless a group is open already;
+/// none for a polyline that is in no drawing.
 /// A record tells what was before: it may be made before or after the edit that it is about.
 class VexPolylineRecords {
 public:
@@ -21,6 +22,12 @@ public:
     void removed(unsigned index, const CVexGePolyline2d& chain, unsigned vertex) const;
     /// Before the closed flag goes: the record keeps the closing bulge.
     void opened() const;
+    /// Before the flag is set: the record keeps the end of the open chain.
+    void closed() const;
+    void reversed() const;
+    /// Before vertex `index` becomes the first: the record keeps the end that a chain loses which
+    /// returns to its start by its points alone.
+    void startChanges(unsigned index) const;
     /// The bounds of a block, which is undone as a whole.
     void blockBegins() const;
     void blockEnds() const;

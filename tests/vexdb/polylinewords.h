@@ -1,0 +1,63 @@
+#pragma once
+
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
+
+#include <cmath>
+#include <initializer_list>
+#include <sstream>
+#include <string>
+
+// How tests write a polyline down.
+
+/// A vertex as the tests write it down.
+struct Corner {
+    double x = 0.0;
+    double y = 0.0;
+    double bulge = 0.0;
+    double startWidth = -1.0;
+    double endWidth = -1.0;
+};
+
+/// Puts the vertices into `polyline` with exactly these bulges, also where it closes.
+inline void setCorners(CVexDbPolyline& polyline, std::initializer_list<Corner> corners,
+                       bool closed = false)
+{
+    CVexGePolyline2d chain;
+    double lastBulge = 0.0;
+    for (const Corner& corner : corners) {
+        chain.appendVertex({corner.x, corner.y}, corner.bulge, corner.startWidth, corner.endWidth);
+        lastBulge = corner.bulge;
+    }
+    chain.setClosed(closed);
+    chain.setBulgeAt(chain.numVerts() - 1, lastBulge); // closing computes one of its own
+    polyline.SetGeometry(chain);
+}
+
+/// A number of the tests' words: six digits, without a minus before a zero.
+inline std::string wordOf(double number)
+{
+    constexpr double kMillion = 1e6;
+    std::ostringstream text;
+    text.precision(15);
+    text << std::round(number * kMillion) / kMillion + 0.0;
+    return text.str();
+}
+
+inline std::string wordOf(const CVexGePoint2d& point)
+{
+    return wordOf(point.x).append(1, ',').append(wordOf(point.y));
+}
+
+/// The vertices in words, a bulge that is not 0 after its vertex: "0,0 b1 10,0 closed".
+inline std::string wordsOf(const CVexDbPolyline& polyline)
+{
+    std::ostringstream words;
+    for (unsigned i = 0; i < polyline.NumVerts(); ++i) {
+        words << (i > 0 ? " " : "") << wordOf(polyline.gePolyline().vertices()[i]);
+        if (polyline.GetBulgeAt(i) != 0.0) {
+            words << " b" << wordOf(polyline.GetBulgeAt(i));
+        }
+    }
+    words << (polyline.IsClosed() ? " closed" : "");
+    return words.str();
+}

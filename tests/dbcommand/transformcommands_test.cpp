@@ -413,6 +413,10 @@ TEST_F(TransformCommandTest, AMoveBeyondAllDigitsIsTakenBackByTheShapesItKept)
         run(VexDb::CmdMove);
         expectOneStepBack();
         EXPECT_TRUE(start == bytes()) << "to the bit";
+        EXPECT_TRUE(undo().Redo());
+        EXPECT_GT(first->StartPoint().x, 1e11);
+        EXPECT_TRUE(undo().Undo());
+        EXPECT_TRUE(start == bytes()) << "and once more";
         handler().ClearTracker(false);
     }
 }

@@ -98,33 +98,49 @@ constexpr MappingRow kMappings[] = {
     {"far out", MM_ISOTROPIC, {1, 1}, {7000000, -7000000}},
 };
 
+/// What one picture, mapped as the row tells, brought to a backend of each kind.
+struct Brought {
+    std::vector<ListeningDC::Heard> recorded;
+    std::vector<ListeningDC::Heard> heard;
+};
+
+template <class Draw>
+Brought broughtBy(const MappingRow& row, CPoint viewportOrg, Draw&& draw)
+{
+    CVexRecordingDC recording;
+    QImage image = motley(200, 150);
+    ListeningDC listening(image);
+    for (CDC* dc : {static_cast<CDC*>(&recording), static_cast<CDC*>(&listening)}) {
+        dc->SetMapMode(row.mode);
+        dc->SetWindowOrg(-37, 11);
+        dc->SetViewportOrg(viewportOrg.x, viewportOrg.y);
+        dc->SetWindowExt(row.window);
+        dc->SetViewportExt(row.viewport);
+        draw(*dc);
+    }
+    Brought brought;
+    for (const VexStroke& stroke : recording.strokes()) {
+        brought.recorded.push_back({stroke.kind, stroke.points});
+    }
+    brought.heard = listening.heard;
+    return brought;
+}
+
 TEST(BackendPointsTest, RecordingAndQtGetTheSameDevicePoints)
 {
     for (const MappingRow& row : kMappings) {
-        CVexRecordingDC recording;
-        QImage image = motley(200, 150);
-        ListeningDC listening(image);
-        for (CDC* dc : {static_cast<CDC*>(&recording), static_cast<CDC*>(&listening)}) {
-            dc->SetMapMode(row.mode);
-            dc->SetWindowOrg(-37, 11);
-            dc->SetViewportOrg(3, 150);
-            dc->SetWindowExt(row.window);
-            dc->SetViewportExt(row.viewport);
+        auto [recorded, heard] = broughtBy(row, {3, 150}, [&](CDC& dc) {
             const RandomStrokes strokes(42);
-            strokes.draw(*dc);
+            strokes.draw(dc);
             const CBrush brush(RGB(1, 2, 3));
-            dc->FillRect(CRect(90, 80, 10, 20), &brush);
-            EXPECT_TRUE(dc->BitBlt(10, 20, -30, 40, dc, 5, 5, SRCCOPY)) << row.name;
-        }
-        std::vector<ListeningDC::Heard> recorded;
-        for (const VexStroke& stroke : recording.strokes()) {
-            recorded.push_back({stroke.kind, stroke.points});
-        }
-        ASSERT_GT(recorded.size(), listening.heard.size());
-        recorded.resize(listening.heard.size()); // behind it, what the recorded block brought
+            dc.FillRect(CRect(90, 80, 10, 20), &brush);
+            EXPECT_TRUE(dc.BitBlt(10, 20, -30, 40, &dc, 5, 5, SRCCOPY)) << row.name;
+        });
+        ASSERT_GT(recorded.size(), heard.size());
+        recorded.resize(heard.size()); // behind it, what the recorded block brought
         EXPECT_EQ(62U, recorded.size()) << row.name;
         EXPECT_EQ(Kind::kBlit, recorded.back().kind) << row.name;
-        EXPECT_EQ(recorded, listening.heard) << row.name;
+        EXPECT_EQ(recorded, heard) << row.name;
     }
 }
 
@@ -133,28 +149,17 @@ TEST(BackendPointsTest, ArcsAndCirclesComeToTheSameDevicePoints)
     CVexDbDatabase drawing(false);
     CVexDbArc arc({0.3, -0.2}, 1.234, 5.5, 0.75);
     CVexDbCircle circle({0.006, 0.0}, 1.006); // its outline begins a unit off its start
+    arc.setDatabase(&drawing);
+    circle.setDatabase(&drawing);
     for (const MappingRow& row : kMappings) {
-        CVexRecordingDC recording;
-        QImage image = motley(200, 150);
-        ListeningDC listening(image);
-        for (CDC* dc : {static_cast<CDC*>(&recording), static_cast<CDC*>(&listening)}) {
-            dc->SetMapMode(row.mode);
-            dc->SetWindowOrg(-37, 11);
-            dc->SetWindowExt(row.window);
-            dc->SetViewportExt(row.viewport);
-            arc.setDatabase(&drawing);
-            circle.setDatabase(&drawing);
-            arc.Draw(dc);
-            circle.Draw(dc);
-            dc->AngleArc(10, 20, 80, 30.0F, 200.0F);
-        }
-        std::vector<ListeningDC::Heard> recorded;
-        for (const VexStroke& stroke : recording.strokes()) {
-            recorded.push_back({stroke.kind, stroke.points});
-        }
+        const auto [recorded, heard] = broughtBy(row, {0, 0}, [&](CDC& dc) {
+            arc.Draw(&dc);
+            circle.Draw(&dc);
+            dc.AngleArc(10, 20, 80, 30.0F, 200.0F);
+        });
         ASSERT_GE(recorded.size(), 3U) << row.name;
         EXPECT_EQ(Kind::kPolyline, recorded.front().kind) << row.name;
-        EXPECT_EQ(recorded, listening.heard) << row.name;
+        EXPECT_EQ(recorded, heard) << row.name;
     }
 }
 
@@ -168,23 +173,10 @@ TEST(BackendPointsTest, FilledPolylineWithArcsComesToTheSameDevicePoints)
     polyline.SetWidthsAt(4, 0.5, 0.5);
     polyline.SetFill(true);
     for (const MappingRow& row : kMappings) {
-        CVexRecordingDC recording;
-        QImage image = motley(200, 150);
-        ListeningDC listening(image);
-        for (CDC* dc : {static_cast<CDC*>(&recording), static_cast<CDC*>(&listening)}) {
-            dc->SetMapMode(row.mode);
-            dc->SetWindowOrg(-37, 11);
-            dc->SetWindowExt(row.window);
-            dc->SetViewportExt(row.viewport);
-            polyline.Draw(dc);
-        }
-        std::vector<ListeningDC::Heard> recorded;
-        for (const VexStroke& stroke : recording.strokes()) {
-            recorded.push_back({stroke.kind, stroke.points});
-        }
+        const auto [recorded, heard] = broughtBy(row, {0, 0}, [&](CDC& dc) { polyline.Draw(&dc); });
         EXPECT_GT(recorded.size(), 40U) << row.name;
         EXPECT_EQ(Kind::kPolygon, recorded.back().kind) << row.name;
-        EXPECT_EQ(recorded, listening.heard) << row.name;
+        EXPECT_EQ(recorded, heard) << row.name;
     }
 }
 

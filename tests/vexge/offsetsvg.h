@@ -6,30 +6,22 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 
-/// A picture of chains, y up, written when it is destroyed: one file a case in `offset-cases`
-/// below the folder the tests run in, for a person to look at.
+/// A picture of chains, y up, for a person to look at: one file a case, written when it is
+/// destroyed, into the folder that VEX_OFFSET_PICTURES names. Without one nothing is written.
 class OffsetPicture {
 public:
     explicit OffsetPicture(const std::string& name) : m_name(name) {}
     ~OffsetPicture()
     {
-        std::filesystem::create_directories("offset-cases");
-        std::ofstream file("offset-cases/" + m_name + ".svg");
-        const double margin = 0.05 * std::max(m_right - m_left, m_top - m_bottom) + 0.5;
-        const double width = m_right - m_left + 2.0 * margin;
-        const double height = m_top - m_bottom + 2.0 * margin;
-        file << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"600\" height=\""
-             << 600.0 * height / width << "\" viewBox=\"" << m_left - margin << " "
-             << -(m_top + margin) << " " << width << " " << height << "\">\n"
-             << "<rect x=\"" << m_left - margin << "\" y=\"" << -(m_top + margin) << "\" width=\""
-             << width << "\" height=\"" << height << "\" fill=\"white\"/>\n"
-             << "<g fill=\"none\" stroke-width=\"" << 0.004 * width << "\">\n"
-             << m_paths.str() << "</g>\n</svg>\n";
+        if (const char* folder = std::getenv("VEX_OFFSET_PICTURES"); folder != nullptr) {
+            write(folder);
+        }
     }
     OffsetPicture(const OffsetPicture&) = delete;
     OffsetPicture& operator=(const OffsetPicture&) = delete;
@@ -55,6 +47,21 @@ public:
     }
 
 private:
+    void write(const std::filesystem::path& folder) const
+    {
+        std::filesystem::create_directories(folder);
+        std::ofstream file(folder / (m_name + ".svg"));
+        const double margin = 0.05 * std::max(m_right - m_left, m_top - m_bottom) + 0.5;
+        const double width = m_right - m_left + 2.0 * margin;
+        const double height = m_top - m_bottom + 2.0 * margin;
+        file << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"600\" height=\""
+             << 600.0 * height / width << "\" viewBox=\"" << m_left - margin << " "
+             << -(m_top + margin) << " " << width << " " << height << "\">\n"
+             << "<rect x=\"" << m_left - margin << "\" y=\"" << -(m_top + margin) << "\" width=\""
+             << width << "\" height=\"" << height << "\" fill=\"white\"/>\n"
+             << "<g fill=\"none\" stroke-width=\"" << 0.004 * width << "\">\n"
+             << m_paths.str() << "</g>\n</svg>\n";
+    }
     void put(char command, const CVexGePoint2d& point)
     {
         include(point);

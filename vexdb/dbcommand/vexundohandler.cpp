@@ -3,12 +3,14 @@
 #include "platform/window/cwnd.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbcommand/vexundoclasses.h"
+#include "vexdb/dbcommand/vexundovertices.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/vexdbdatabase.h"
 
 #include <algorithm>
 #include <utility>
 
+CVexUndoHandler::CVexUndoHandler() = default;
 CVexUndoHandler::~CVexUndoHandler() = default;
 
 void CVexUndoHandler::clear()
@@ -129,6 +131,9 @@ bool CVexUndoHandler::applyCurrent(bool redo, bool& inBlock)
     case kUndoBlockEnd: inBlock = !redo; return true;
     default: break;
     }
+    if (m_vertices != nullptr && !isAboutVertices() && !isPresenceOfAnother()) {
+        m_vertices.reset(); // the polyline is whole for whatever comes
+    }
     if (m_current.classType == VexDb::kEntity) {
         return UndoEntity(redo);
     }
@@ -138,6 +143,7 @@ bool CVexUndoHandler::applyCurrent(bool redo, bool& inBlock)
 
 void CVexUndoHandler::finishStep(CVexDbDatabase* drawing)
 {
+    m_vertices.reset();
     m_undoing = false;
     m_redoing = false;
     m_current = {};

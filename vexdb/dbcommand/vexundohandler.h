@@ -12,7 +12,9 @@
 
 class CVexDbDatabase;
 class CVexDbEntity;
+class CVexDbPolyline;
 class CWnd;
+class VexUndoVertices;
 
 /// What an undo record says was done; the handlers of the classes know these numbers.
 enum UndoEditType : std::int32_t {
@@ -69,7 +71,7 @@ struct VEXDB_EXPORT tagUndoEditEntity {
 /// stack.
 class VEXDB_EXPORT CVexUndoHandler {
 public:
-    CVexUndoHandler() = default;
+    CVexUndoHandler();
     ~CVexUndoHandler();
     CVexUndoHandler(const CVexUndoHandler&) = delete;
     CVexUndoHandler& operator=(const CVexUndoHandler&) = delete;
@@ -151,6 +153,9 @@ private:
     void putBack(CVexDbEntity& entity) const;
     void transform(CVexDbEntity& entity, bool redo);
     void swapProperty(CVexDbEntity& entity);
+    VexUndoVertices& verticesOf(CVexDbPolyline& polyline);
+    [[nodiscard]] bool isAboutVertices() const;
+    [[nodiscard]] bool isPresenceOfAnother() const;
 
     bool m_undoing = false;
     bool m_redoing = false;
@@ -158,9 +163,10 @@ private:
     tagUndoEditEntity m_current;
     std::deque<tagUndoEditEntity> m_undo; // the front is the newest
     std::deque<tagUndoEditEntity> m_redo;
-    int m_groups = 0;         // open ones, one in another
-    int m_groupRecords = 0;   // pushed since the outermost was opened
-    bool m_endIsOwed = false; // the false of a record that was dropped
+    int m_groups = 0;                            // open ones, one in another
+    int m_groupRecords = 0;                      // pushed since the outermost was opened
+    bool m_endIsOwed = false;                    // the false of a record that was dropped
+    std::unique_ptr<VexUndoVertices> m_vertices; // of the polyline that a step is at, or null
 };
 
 /// Makes one undo step of everything recorded while it lives: the first record really pushed ends

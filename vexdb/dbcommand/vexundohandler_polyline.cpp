@@ -2,6 +2,7 @@
 
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbcommand/vexundopolyline.h"
+#include "vexdb/dbcommand/vexundovertices.h"
 #include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 
 #include <utility>
@@ -28,22 +29,38 @@ struct LastVertex : VexUndoData {
     }
 };
 
-void swapBulge(CVexDbPolyline& polyline, tagUndoEditEntity& edit)
+void swapBulge(VexUndoVertices& vertices, tagUndoEditEntity& edit)
 {
     const auto index = static_cast<unsigned>(edit.index);
     double present = 0.0;
-    if (polyline.GetBulgeAt(index, present)) {
-        polyline.SetBulgeAt(index, std::exchange(edit.vector.x, present));
+    if (vertices.GetBulgeAt(index, present)) {
+        vertices.SetBulgeAt(index, std::exchange(edit.vector.x, present));
     }
 }
 
-void swapPoint(CVexDbPolyline& polyline, tagUndoEditEntity& edit)
+void swapPoint(VexUndoVertices& vertices, tagUndoEditEntity& edit)
 {
     const auto index = static_cast<unsigned>(edit.index);
     CVexGePoint2d present;
-    if (polyline.GetPointAt(index, present)) {
-        polyline.SetPointAt(index, std::exchange(edit.point, present));
+    if (vertices.GetPointAt(index, present)) {
+        vertices.SetPointAt(index, std::exchange(edit.point, present));
     }
+}
+
+void takeVertexOut(VexUndoVertices& vertices, tagUndoEditEntity& edit)
+{
+    const auto index = static_cast<unsigned>(edit.index);
+    if (vertices.GetPointAt(index, edit.point)) {
+        vertices.RemoveVertexAt(index);
+    }
+    edit.editType = kUndoRemoveVertex;
+}
+
+void putVertexIn(VexUndoVertices& vertices, tagUndoEditEntity& edit)
+{
+    vertices.AddVertexAt(static_cast<unsigned>(edit.index), edit.point);
+    edit.point = CVexGePoint2d();
+    edit.editType = kUndoAddVertex;
 }
 
 /// Turns the closed flag over. What SetClosed makes of the closing bulge is taken back: the record
@@ -59,22 +76,6 @@ void turnClosed(CVexDbPolyline& polyline, tagUndoEditEntity& edit)
         edit.data->swapWith(polyline);
     }
     edit.editType = closes ? kUndoClose : kUndoOpen;
-}
-
-void takeVertexOut(CVexDbPolyline& polyline, tagUndoEditEntity& edit)
-{
-    if (polyline.GetPointAt(static_cast<unsigned>(edit.index), edit.point)) {
-        polyline.RemoveVertexAt(edit.index);
-    }
-    edit.editType = kUndoRemoveVertex;
-}
-
-void putVertexIn(CVexDbPolyline& polyline, tagUndoEditEntity& edit)
-{
-    constexpr double kNoWidth = -1.0;
-    polyline.AddVertexAt(static_cast<unsigned>(edit.index), edit.point, 0.0, kNoWidth, kNoWidth);
-    edit.point = CVexGePoint2d();
-    edit.editType = kUndoAddVertex;
 }
 
 /// Moves the points and bulges of the first `count` vertices round, so that those of `shift` come
@@ -152,21 +153,56 @@ bool CVexUndoHandler::MakeUndoPolyline()
     return classifyAs(VexDb::kPolyline);
 }
 
+/// The vertices of `polyline` for the rest of the step, or until a record of another kind comes.
+VexUndoVertices& CVexUndoHandler::verticesOf(CVexDbPolyline& polyline)
+{
+    if (m_vertices == nullptr || !m_vertices->areOf(polyline)) {
+        m_vertices.reset(); // first: they may be another polyline's
+        m_vertices = std::make_unique<VexUndoVertices>(polyline);
+    }
+    return *m_vertices;
+}
+
+bool CVexUndoHandler::isAboutVertices() const
+{
+    if (m_current.classType != VexDb::kPolyline) {
+        return false;
+    }
+    switch (m_current.editType) {
+    case kUndoChangeBulge:
+    case kUndoMovePoint:
+    case kUndoAddVertex:
+    case kUndoRemoveVertex: return true;
+    default: return false;
+    }
+}
+
+/// A join erases what it takes, a vertex here and an entity there: these leave the polyline that
+/// the step is at alone.
+bool CVexUndoHandler::isPresenceOfAnother() const
+{
+    const bool isBit = m_current.editType == kUndoCreate || m_current.editType == kUndoErase;
+    return isBit && !m_vertices->areOf(*m_current.entity.getPObject());
+}
+
 bool CVexUndoHandler::UndoPolyline(bool /*redo*/)
 {
     // Each of these lets the grips be computed anew when they are next asked for, and not at once:
     // a step of ten thousand vertices is as many records.
     auto& polyline = subject<CVexDbPolyline>();
     switch (m_current.editType) {
-    case kUndoChangeBulge: swapBulge(polyline, m_current); break;
+    case kUndoChangeBulge: swapBulge(verticesOf(polyline), m_current); break;
     case kUndoClose:
     case kUndoOpen: turnClosed(polyline, m_current); break;
-    case kUndoMovePoint: swapPoint(polyline, m_current); break;
-    case kUndoAddVertex: takeVertexOut(polyline, m_current); break;
-    case kUndoRemoveVertex: putVertexIn(polyline, m_current); break;
+    case kUndoMovePoint: swapPoint(verticesOf(polyline), m_current); break;
+    case kUndoAddVertex: takeVertexOut(verticesOf(polyline), m_current); break;
+    case kUndoRemoveVertex: putVertexIn(verticesOf(polyline), m_current); break;
     case kUndoReverse: polyline.Reverse(); break;
     case kUndoChangeStart: changeStartBack(polyline, m_current); break;
     default: break;
+    }
+    if (!m_undoing && !m_redoing) {
+        m_vertices.reset(); // by itself, it is a step
     }
     return true;
 }

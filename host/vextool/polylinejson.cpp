@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr double kNoWidth = -1.0;
-
 JsonObject vertexOut(const CVexGePolyline2d& chain, unsigned index)
 {
     JsonObject vertex;
@@ -19,7 +17,7 @@ JsonObject vertexOut(const CVexGePolyline2d& chain, unsigned index)
     }
     const double startWidth = chain.startWidths()[index];
     const double endWidth = chain.endWidths()[index];
-    if (startWidth != kNoWidth || endWidth != kNoWidth) {
+    if (startWidth != CVexGePolyline2d::kNoWidth || endWidth != CVexGePolyline2d::kNoWidth) {
         vertex["startWidth"] = numberOut(startWidth);
         vertex["endWidth"] = numberOut(endWidth);
     }
@@ -35,8 +33,9 @@ void appendVertex(CVexGePolyline2d& chain, const JsonObject& vertex, JsonFields&
     JsonFields members(vertex);
     const CVexGePoint2d point = members.point("point");
     const double bulge = members.number("bulge", 0.0);
-    const double startWidth = members.number("startWidth", kNoWidth);
-    chain.appendVertex(point, bulge, startWidth, members.number("endWidth", kNoWidth));
+    const double startWidth = members.number("startWidth", CVexGePolyline2d::kNoWidth);
+    chain.appendVertex(point, bulge, startWidth,
+                       members.number("endWidth", CVexGePolyline2d::kNoWidth));
     if (!members.done()) {
         fields.fail("in a vertex: " + members.fault());
     }

@@ -33,5 +33,5 @@ bool CMenu::isEnabled(unsigned id) const
 
 unsigned CMenu::TrackPopupMenu(CPoint screen, CWnd* window) const
 {
-    return CVexBackend::current().trackPopupMenu(*this, screen, window);
+    return CVexBackend::current().chooseFrom(*this, screen, window);
 }

@@ -2,7 +2,10 @@
 
 #include "platform/device/cdc.h"
 #include "platform/headless/vexheadless.h"
+#include "platform/window/cmenu.h"
 #include "platform/window/cwnd.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -29,6 +32,27 @@ void CVexBackend::forget(CWnd* window)
     if (capture() == window) {
         setCapture(nullptr);
     }
+}
+
+unsigned CVexBackend::chooseFrom(const CMenu& menu, CPoint screen, CWnd* window)
+{
+    if (m_scriptedMenu == nullptr) {
+        return trackPopupMenu(menu, screen, window);
+    }
+    const auto row = std::ranges::find_if(menu.items(), [this](const CMenu::Item& item) {
+        return item.id != 0 && item.enabled && item.label.CompareNoCase(m_scriptedMenu->row) == 0;
+    });
+    m_scriptedMenu->isChosen = row != menu.items().end();
+    return m_scriptedMenu->isChosen ? row->id : 0;
+}
+
+bool CVexBackend::askForText(CWnd* window, const CString& label, CString& text)
+{
+    if (m_scriptedMenu == nullptr) {
+        return askText(window, label, text);
+    }
+    text = m_scriptedMenu->text.value_or(text);
+    return m_scriptedMenu->text.has_value();
 }
 
 CVexBackend& CVexBackend::current()

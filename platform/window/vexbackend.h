@@ -7,6 +7,7 @@
 #include "platform/window/vexmessage.h"
 
 #include <memory>
+#include <optional>
 
 class CDC;
 class CMenu;
@@ -18,6 +19,13 @@ enum class VexCursor { kArrow, kCross, kPickBox, kMove, kResize, kHand, kWait };
 /// Buttons of a message box and what it answers.
 enum MessageBoxType : unsigned { MB_OK = 0, MB_OKCANCEL = 1, MB_YESNOCANCEL = 3, MB_YESNO = 4 };
 enum MessageBoxAnswer : int { IDOK = 1, IDCANCEL = 2, IDYES = 6, IDNO = 7 };
+
+/// What a script answers in place of the person when a popup menu comes up.
+struct VexScriptedMenu {
+    CString row;                 // by its label
+    std::optional<CString> text; // for the question that the row asks
+    bool isChosen = false;       // the menu came up and had such a row, not greyed
+};
 
 /// What the library asks of a window system. One backend is in force at a time; with none installed
 /// the headless one is.
@@ -60,6 +68,13 @@ public:
     /// Asks the person for a line of text, `text` at first; false on cancel, and on a backend that
     /// has nobody to ask.
     virtual bool askText(CWnd*, const CString& /*label*/, CString& /*text*/) { return false; }
+    /// The next popup menu is not shown: `answer` (not owned) chooses its row, and answers the
+    /// question for a text behind it. Null gives both back to the person.
+    void setScriptedMenu(VexScriptedMenu* answer) { m_scriptedMenu = answer; }
+    /// Shows `menu`, unless a script answers it.
+    unsigned chooseFrom(const CMenu& menu, CPoint screen, CWnd* window);
+    /// Asks for a text, unless a script answers it.
+    bool askForText(CWnd* window, const CString& label, CString& text);
     /// The text that the input method has finished composing for a window.
     [[nodiscard]] virtual CString compositionResult(CWnd*) { return {}; }
     /// A context over an image of its own, for pictures without a window; null when this backend
@@ -70,6 +85,9 @@ public:
     /// Puts `backend` (not owned) in force and returns the one before; null stands for the
     /// headless.
     static CVexBackend* install(CVexBackend* backend);
+
+private:
+    VexScriptedMenu* m_scriptedMenu = nullptr;
 };
 
 // The names under which the library calls it.

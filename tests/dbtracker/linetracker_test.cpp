@@ -255,6 +255,14 @@ TEST_F(LineGripTest, AGripMayComeBackToItsPress)
     EXPECT_TRUE(leftOver().empty());
 }
 
+TEST_F(LineGripTest, ADragThatEndsWhereTheEndWasIsNoStep)
+{
+    settings().m_bGridSnap = true;
+    drag({20.2, 10}, {19.7, 10.3}); // rounded to the end as it is
+    EXPECT_LINE(10, 10, 20, 10, *line);
+    EXPECT_TRUE(undo().undoStack().empty());
+}
+
 TEST_F(LineGripTest, AWheelZoomInTheMiddleOfADragLeavesNothingBehind)
 {
     display.setHandler([this](const MSG& sent) {

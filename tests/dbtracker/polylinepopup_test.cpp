@@ -128,6 +128,29 @@ TEST_F(PolylinePopupTest, DivideByLessThan2OrByNothingOrAtTheEndDoesNothing)
     expectUntouched();
 }
 
+TEST_F(PolylinePopupTest, DivideOfWhatHasGoneWhileItAskedDoesNothing)
+{
+    struct Eraser : CVexHeadlessBackend {
+        bool askText(CWnd*, const CString&, CString& text) override
+        {
+            victim->setErased();
+            text = L"2";
+            return true;
+        }
+        CVexDbEntity* victim = nullptr;
+    } eraser;
+    CVexBackend::install(&eraser);
+    for (CVexDbEntity* const gone : {static_cast<CVexDbEntity*>(&put({{10, 10}, {20, 10}})),
+                                     static_cast<CVexDbEntity*>(selectLine({10, 30}, {20, 30}))}) {
+        eraser.victim = gone;
+        eraser.chooseNext(kPopupDivide);
+        const CVexGePoint2d grip = gone->getGripPoint(0);
+        handler().trackers().front()->TrackMenu(&display, px(grip.x, grip.y));
+        EXPECT_TRUE(undo().undoStack().empty());
+    }
+    CVexBackend::install(&backend);
+}
+
 TEST_F(PolylinePopupTest, BreakMakesTwoOfIt)
 {
     put({{10, 10}, {20, 10}, {20, 20}, {30, 20}});

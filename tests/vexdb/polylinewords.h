@@ -3,9 +3,9 @@
 #include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 
 #include <cmath>
-#include <initializer_list>
 #include <sstream>
 #include <string>
+#include <vector>
 
 // How tests write a polyline down.
 
@@ -19,7 +19,7 @@ struct Corner {
 };
 
 /// Puts the vertices into `polyline` with exactly these bulges, also where it closes.
-inline void setCorners(CVexDbPolyline& polyline, std::initializer_list<Corner> corners,
+inline void setCorners(CVexDbPolyline& polyline, const std::vector<Corner>& corners,
                        bool closed = false)
 {
     CVexGePolyline2d chain;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/window/cwnd.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbtracker/vexdbentitytracker.h"
 
@@ -64,12 +64,7 @@ public:
         return m_tracker.typedNumber(result);
     }
     /// The entity has changed in a way that the tracker did not draw.
-    void showAnew() const
-    {
-        if (CWnd* display = m_handler.GetDispWindow(); display != nullptr) {
-            display->Invalidate();
-        }
-    }
+    void showAnew() const { repaintSoon(m_handler); }
     /// The entity is the last one made, and the caller's from here on. Null for one that numbers
     /// beyond all measure have given no place in a drawing.
     Entity* handOver() { return m_handler.acceptMade(*m_entity) ? m_entity.release() : nullptr; }

@@ -4,9 +4,11 @@
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
 #include "vexdb/dbobject/dbentity/vexdbcircle.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -74,6 +76,28 @@ std::shared_ptr<VexUndoData> centerOfCircle(CVexDbEntity& entity, const tagUndoE
                : std::make_shared<CircleCenter>(static_cast<const CVexDbCircle&>(entity).Center());
 }
 
+struct PolylineShape : VexUndoData {
+    explicit PolylineShape(const CVexGePolyline2d& geometry) : chain(geometry) {}
+    void swapWith(CVexDbEntity& entity) override
+    {
+        auto& polyline = static_cast<CVexDbPolyline&>(entity);
+        CVexGePolyline2d present = polyline.gePolyline();
+        polyline.SetGeometry(chain);
+        chain = std::move(present);
+    }
+
+    CVexGePolyline2d chain;
+};
+
+// Mirrored by a matrix, too. What else it loses is a matter of its vertices.
+std::shared_ptr<VexUndoData> shapeOfPolyline(CVexDbEntity& entity, const tagUndoEditEntity& edit)
+{
+    return edit.editType != kUndoMirror
+               ? keptOfPolyline(entity, edit)
+               : std::make_shared<PolylineShape>(
+                     static_cast<const CVexDbPolyline&>(entity).gePolyline());
+}
+
 using Undo = CVexUndoHandler;
 
 // Points and images are not here: their edits are not recorded.
@@ -83,7 +107,7 @@ constexpr std::array kClasses = {
                  &centerOfCircle},
     VexUndoClass{VexDb::kLine, VexDb::kLine, &Undo::MakeUndoLine, &Undo::UndoLine, false, nullptr},
     VexUndoClass{VexDb::kPolyline, VexDb::kPolyline, &Undo::MakeUndoPolyline, &Undo::UndoPolyline,
-                 false, &keptOfPolyline},
+                 false, &shapeOfPolyline},
     VexUndoClass{VexDb::kRectangle, VexDb::kRectangle, &Undo::MakeUndoRect, &Undo::UndoRect, true,
                  nullptr},
     VexUndoClass{VexDb::kBox, VexDb::kBox, &Undo::MakeUndoBox, &Undo::UndoBox, false, &shapeOfBox},

@@ -2,6 +2,7 @@
 
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
+#include "vexdb/dbtracker/vexexactly.h"
 #include "vexdb/vexdbdatabase.h"
 #include "vexge/gemath/vexgetol.h"
 
@@ -40,11 +41,6 @@ CVexGeVector2d shownSize(const CVexDbBox& box)
 bool isKeptAsShown(const CVexDbBox& box)
 {
     return shownSize(box).isEqualTo(CVexGeVector2d(box.Width(), box.Height()));
-}
-
-bool isZero(const CVexGeVector2d& way)
-{
-    return way.x == 0.0 && way.y == 0.0;
 }
 
 } // namespace

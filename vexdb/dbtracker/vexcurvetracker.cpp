@@ -60,7 +60,9 @@ bool CVexCurveTracker::ControlEnd(int grip)
     settlePosition();
     // The last move and the rounding shape the copy together.
     followMove(grip);
-    if (!isWithoutWay()) {
+    // A place that was typed for a grip counts even where the press was: that met the grip nearly.
+    const bool isTypedForGrip = m_positionGiven && m_transform == VexDb::TransFormNone;
+    if (isTypedForGrip || !isWithoutWay()) {
         const VexUndoGroup step(m_database->undoHandler());
         if (!m_createMode && m_entity->IsDbEntity()) {
             record(grip);
@@ -78,7 +80,8 @@ void CVexCurveTracker::record(int grip)
 {
     tagUndoEditEntity edit = transformEdit(m_transform, *m_entity, startPoint(), bandVector(),
                                            bandVector().length() / scalePercent());
-    if (m_transform != VexDb::TransFormNone || recordGrip(grip, edit)) {
+    const bool changes = m_transform != VexDb::TransFormNone || recordGrip(grip, edit);
+    if (changes && !(edit.editType == kUndoMove && isWithoutWay())) {
         m_database->undoHandler().AddUndo(&edit);
     }
 }

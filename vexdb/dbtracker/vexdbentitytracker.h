@@ -194,6 +194,8 @@ protected:
     /// Called after each accepted move: takes the picture of the old position off, reshapes, and
     /// puts that of the new one on.
     virtual void followMove(int grip);
+    /// The same while the pointer moves on and the track has not ended: a kind may do it by parts.
+    virtual void followPointer(int grip) { followMove(grip); }
     /// Takes off the screen what the track has drawn there.
     virtual void liftPicture();
     /// Puts back what was lifted: the band, the working copy, where they were shown.
@@ -267,9 +269,14 @@ protected:
                   VexDb::TransFormOption option, int prompt);
     /// Ends a transform at a point that was not clicked.
     void commitAt(const CVexGePoint2d& point);
-    /// Changes the entity in place, records `edit`, and shows the selection as it is then.
+    /// Changes the entity in place and shows the selection as it is then.
+    void changeEntity(CWnd& window, const std::function<void(CVexDbEntity&)>& change);
+    /// The same for a change that `edit` records.
     void changeEntity(CWnd& window, const tagUndoEditEntity& edit,
                       const std::function<void(CVexDbEntity&)>& change);
+    /// Into how many parts to divide, 1 or more; nothing on a cancel, and when the entity has gone
+    /// while the question stood.
+    std::optional<int> askParts(CWnd& window) const;
     /// Whether the entity can be divided into equal parts, and a new entity, the caller's, that is
     /// the old one in `count` parts; null when it cannot.
     [[nodiscard]] virtual bool canDivide() const { return false; }

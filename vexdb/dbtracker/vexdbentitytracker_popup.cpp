@@ -205,9 +205,17 @@ std::optional<double> CVexDbEntityTracker::typedNumber(int result) const
 void CVexDbEntityTracker::changeEntity(CWnd& window, const tagUndoEditEntity& edit,
                                        const std::function<void(CVexDbEntity&)>& change)
 {
+    changeEntity(window, [&](CVexDbEntity& entity) {
+        m_database->undoHandler().AddUndo(&edit);
+        change(entity);
+    });
+}
+
+void CVexDbEntityTracker::changeEntity(CWnd& window,
+                                       const std::function<void(CVexDbEntity&)>& change)
+{
     const bool shown = m_gripsShown;
     UnDrawGripBox();
-    m_database->undoHandler().AddUndo(&edit);
     change(*m_entity);
     m_entity->setGripPoints();
     m_entity->OnCurveChanged();
@@ -309,14 +317,19 @@ CVexDbEntityTracker::PopupEnd CVexDbEntityTracker::popupErase(CWnd& window, CPoi
     return PopupEnd::kGone;
 }
 
-CVexDbEntityTracker::PopupEnd CVexDbEntityTracker::popupDivide(CWnd& window, CPoint, int)
+std::optional<int> CVexDbEntityTracker::askParts(CWnd& window) const
 {
     CString text;
-    if (!CVexBackend::current().askText(&window, L"Number of Divide:", text)) {
-        return PopupEnd::kStay;
-    }
-    const int count = toInteger(text.str());
-    CVexDbEntity* const divided = count >= 1 ? makeDivided(count) : nullptr;
+    const bool answered = CVexBackend::current().askForText(&window, L"Number of Divide:", text);
+    const int parts = toInteger(text.str());
+    const bool divides = answered && parts >= 1 && m_entity != nullptr;
+    return divides ? std::optional(parts) : std::nullopt;
+}
+
+CVexDbEntityTracker::PopupEnd CVexDbEntityTracker::popupDivide(CWnd& window, CPoint, int)
+{
+    const std::optional<int> parts = askParts(window);
+    CVexDbEntity* const divided = parts ? makeDivided(*parts) : nullptr;
     if (divided == nullptr) {
         return PopupEnd::kStay;
     }

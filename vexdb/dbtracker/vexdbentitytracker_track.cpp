@@ -9,6 +9,7 @@
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 #include "vexdb/dbtracker/vexdbentitytracker.h"
+#include "vexdb/dbtracker/vexexactly.h"
 #include "vexdb/dbtracker/vexropscope.h"
 #include "vexdb/vexdbdatabase.h"
 
@@ -34,12 +35,6 @@ VexModifier heldModifier()
         return VexModifier::kShift;
     }
     return isKeyDown(VK_MENU) ? VexModifier::kAlt : VexModifier::kNone;
-}
-
-/// To the last bit: the points' own == forgives what a drawing must keep.
-bool isSame(const CVexGePoint2d& a, const CVexGePoint2d& b)
-{
-    return a.x == b.x && a.y == b.y;
 }
 
 } // namespace
@@ -153,7 +148,7 @@ private:
         m_tracker.m_movedByKeys = false;
         // The host hears of the position, and may end the entity for it.
         if (!onlyTouches() && m_tracker.takePosition(m_window, device) && !isDone()) {
-            m_tracker.followMove(m_grip);
+            m_tracker.followPointer(m_grip);
         }
     }
 

@@ -3,6 +3,7 @@
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbtracker/vexdivided.h"
+#include "vexdb/dbtracker/vexexactly.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ bool CVexLineTracker::recordGrip(int grip, tagUndoEditEntity& edit)
     edit.index = grip == kStart ? 0 : 1;
     edit.point = endOf(shapeOf(m_entity), grip);
     edit.vector = endOf(shapeOf(m_current), grip) - edit.point;
-    return true;
+    return !isZero(edit.vector);
 }
 
 CVexDbEntity* CVexLineTracker::makeDivided(int count)

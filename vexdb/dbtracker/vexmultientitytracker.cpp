@@ -6,6 +6,7 @@
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
+#include "vexdb/dbtracker/vexexactly.h"
 #include "vexdb/dbtracker/vexropscope.h"
 #include "vexdb/dbtracker/vextransformedit.h"
 #include "vexdb/vexdbdatabase.h"
@@ -17,11 +18,6 @@ namespace {
 constexpr double kUntransformed = 1.0;
 /// Says that the copies are mirrored already: from then on they only turn.
 constexpr double kMirrored = 1.1;
-
-bool hasLength(const CVexGeVector2d& vector)
-{
-    return vector.x != 0.0 || vector.y != 0.0;
-}
 
 } // namespace
 
@@ -164,7 +160,7 @@ void CVexMultiEntityTracker::transformCopies()
     for (CVexDbEntity* copy : m_copies) {
         TransFormEntity(copy);
     }
-    if (m_transform == VexDb::TransFormMirror && hasLength(m_newVector)) {
+    if (m_transform == VexDb::TransFormMirror && !isZero(m_newVector)) {
         m_accumulatedScale = kMirrored;
     }
 }
@@ -188,7 +184,7 @@ void CVexMultiEntityTracker::MirrorEntity(CVexDbEntity* entity)
 {
     if (m_accumulatedScale != kUntransformed) {
         MirrorRotateEntity(entity);
-    } else if (hasLength(m_newVector)) {
+    } else if (!isZero(m_newVector)) {
         entity->Mirror(CVexGeLine2d(startPoint(), endPoint()));
     }
 }
@@ -276,7 +272,7 @@ void CVexMultiEntityTracker::liftPicture()
 
 void CVexMultiEntityTracker::restorePicture(bool /*band*/, bool /*copy*/)
 {
-    if (!m_copies.empty() && hasLength(m_newVector)) {
+    if (!m_copies.empty() && !isZero(m_newVector)) {
         paintCopies();
     }
 }

@@ -5,6 +5,7 @@
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
+#include "vexdb/dbtracker/vexexactly.h"
 #include "vexdb/dbtracker/vexropscope.h"
 
 #include <cmath>
@@ -80,13 +81,11 @@ void CVexPolylineTracker::bend(CVexDbPolyline& polyline, unsigned segment) const
     polyline.GetPointAt((segment + 1) % polyline.NumVerts(), to);
     const CVexGeVector2d chord = to - from;
     const CVexGeVector2d way = endPoint() - (from + chord * 0.5);
-    const double length = chord.length();
-    if (!(length > 0.0)) {
-        return;
-    }
-    const double bulge = 2.0 * way.length() / length;
+    const double bulge = 2.0 * way.length() / chord.length();
     const bool isLeft = chord.perpVector().dotProduct(way) > 0.0;
-    polyline.SetBulgeAt(segment, isLeft ? -bulge : bulge);
+    if (std::isfinite(bulge)) {
+        polyline.SetBulgeAt(segment, isLeft ? -bulge : bulge);
+    }
 }
 
 void CVexPolylineTracker::CheckCreateOption(CVexDbEntity* copy, CPoint& position)
@@ -143,9 +142,12 @@ bool CVexPolylineTracker::recordGrip(int grip, tagUndoEditEntity& edit)
         edit.vector = CVexGeVector2d(before.GetBulgeAt(spot->vertex), 0.0);
         return before.GetBulgeAt(spot->vertex) != after.GetBulgeAt(spot->vertex);
     }
+    CVexGePoint2d to;
     edit.editType = kUndoMovePoint;
     edit.vector = CVexGeVector2d();
-    return before.GetPointAt(spot->vertex, edit.point);
+    before.GetPointAt(spot->vertex, edit.point);
+    after.GetPointAt(spot->vertex, to);
+    return !isSame(edit.point, to);
 }
 
 bool CVexPolylineTracker::asksSecondPoint() const

@@ -52,6 +52,8 @@ public:
 protected:
     [[nodiscard]] bool showsBand(int grip) const override;
     void strokeBackground() override;
+    void beginPicture(int grip) override;
+    void followPointer(int grip) override;
     [[nodiscard]] int settleAnswer(int result, int grip) override;
     bool recordGrip(int grip, tagUndoEditEntity& edit) override;
     [[nodiscard]] bool canDivide() const override { return true; }
@@ -69,6 +71,7 @@ private:
     [[nodiscard]] bool asksSecondPoint() const;
     [[nodiscard]] bool wantsNumber() const;
     void strokeMark(const CRect& box) const;
+    bool strokeAround(const Spot& spot);
 
     // The rows of the popup menu.
     PopupEnd explode(CWnd& window, CPoint device, int grip);
@@ -81,10 +84,13 @@ private:
     PopupEnd deleteVertex(CWnd& window, CPoint device, int grip);
     PopupEnd flipSegment(CWnd& window, CPoint device, int grip);
     PopupEnd edit(CWnd& window, const std::function<void(CVexDbPolyline&)>& change);
+    PopupEnd editVertex(CWnd& window, int grip,
+                        const std::function<void(CVexDbPolyline&, unsigned)>& change);
     [[nodiscard]] CVexDbPolyline& polyline() const { return shapeOf(m_entity); }
 
     CVexGePoint2d m_arcPoint;
     const Segments* m_background = nullptr;
     int m_vertex = -1;
-    std::optional<CRect> m_mark; // where it stands on screen, logical units
+    std::optional<Spot> m_dragged; // what a drag reshapes, but for the first vertex
+    std::optional<CRect> m_mark;   // where it stands on screen, logical units
 };

@@ -4,6 +4,7 @@
 #include "platform/window/cwnd.h"
 #include "platform/window/vexbackend.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbcommand/vexpolylineedits.h"
 #include "vexdb/dbcommand/vexpromptid.h"
 #include "vexdb/dbtracker/vexdivided.h"
@@ -35,20 +36,24 @@ CVexDbEntityTracker::PopupAction CVexPolylineTracker::ownAction(unsigned id) con
     return acts ? static_cast<PopupAction>(row->act) : nullptr;
 }
 
-/// Changes the polyline in place, and shows the selection as it is then.
+/// Changes the polyline in place; the change records itself.
 CVexDbEntityTracker::PopupEnd
 CVexPolylineTracker::edit(CWnd& window, const std::function<void(CVexDbPolyline&)>& change)
 {
-    const bool shown = m_gripsShown;
-    UnDrawGripBox();
-    change(polyline());
-    m_entity->setGripPoints();
-    m_entity->OnCurveChanged();
-    if (shown) {
-        DrawGripBox(false);
-    }
-    window.Invalidate();
+    changeEntity(window, [&](CVexDbEntity& entity) { change(shapeOf(&entity)); });
     return PopupEnd::kStay;
+}
+
+/// The same at the vertex of a grip; nothing at the middle of an arc.
+CVexDbEntityTracker::PopupEnd
+CVexPolylineTracker::editVertex(CWnd& window, int grip,
+                                const std::function<void(CVexDbPolyline&, unsigned)>& change)
+{
+    const auto spot = spotOf(polyline(), grip);
+    if (!spot || spot->isMiddle) {
+        return PopupEnd::kStay;
+    }
+    return edit(window, [&](CVexDbPolyline& shape) { change(shape, spot->vertex); });
 }
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::explode(CWnd& window, CPoint device, int grip)
@@ -59,42 +64,30 @@ CVexDbEntityTracker::PopupEnd CVexPolylineTracker::explode(CWnd& window, CPoint 
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::changeStart(CWnd& window, CPoint, int grip)
 {
-    const auto spot = spotOf(polyline(), grip);
-    if (!spot || spot->isMiddle) {
-        return PopupEnd::kStay;
-    }
-    return edit(window, [&](CVexDbPolyline& shape) { changeStartRecorded(shape, spot->vertex); });
+    return editVertex(window, grip, changeStartRecorded);
 }
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::reverse(CWnd& window, CPoint, int)
 {
-    return edit(window, [](CVexDbPolyline& shape) { reverseRecorded(shape); });
+    return edit(window, reverseRecorded);
 }
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::divide(CWnd& window, CPoint, int grip)
 {
-    CString text;
-    if (!CVexBackend::current().askText(&window, L"Number of Divide:", text)) {
-        return PopupEnd::kStay;
-    }
-    const auto spot = spotOf(polyline(), grip);
+    const std::optional<int> parts = askParts(window);
+    const auto spot = parts ? spotOf(polyline(), grip) : std::nullopt;
     if (!spot) {
         return PopupEnd::kStay;
     }
-    const int count = std::min(toInteger(text.str()), kMostParts);
     return edit(window, [&](CVexDbPolyline& shape) {
-        shape.DivideSegment(count, static_cast<int>(spot->vertex), false);
+        shape.DivideSegment(std::min(*parts, kMostParts), static_cast<int>(spot->vertex), false);
     });
 }
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::breakApart(CWnd& window, CPoint, int grip)
 {
-    const auto spot = spotOf(polyline(), grip);
-    if (!spot || spot->isMiddle) {
-        return PopupEnd::kStay;
-    }
-    return edit(window, [&](CVexDbPolyline& shape) {
-        addRecorded(m_handler->CommandBreakPolyline(&shape, static_cast<int>(spot->vertex), true));
+    return editVertex(window, grip, [this](CVexDbPolyline& shape, unsigned vertex) {
+        addRecorded(m_handler->CommandBreakPolyline(&shape, static_cast<int>(vertex), true));
     });
 }
 
@@ -117,11 +110,12 @@ CVexDbEntityTracker::PopupEnd CVexPolylineTracker::join(CWnd& window, CPoint, in
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::insertVertex(CWnd& window, CPoint, int grip)
 {
-    const auto spot = spotOf(polyline(), grip);
     CVexGePoint2d point;
     const int result =
         m_handler->GetGePoint(VexDb::PromptEdgeEnd, point, m_entity->getGripPoint(grip), L'\0');
-    if (!isPlaced(result) || !spot || m_entity == nullptr) {
+    const bool placed = isPlaced(result) && m_entity != nullptr;
+    const auto spot = placed ? spotOf(polyline(), grip) : std::nullopt;
+    if (!spot) {
         return PopupEnd::kStay;
     }
     // Before the grip's vertex; into its arc where the grip is the middle of one.
@@ -131,11 +125,7 @@ CVexDbEntityTracker::PopupEnd CVexPolylineTracker::insertVertex(CWnd& window, CP
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::deleteVertex(CWnd& window, CPoint, int grip)
 {
-    const auto spot = spotOf(polyline(), grip);
-    if (!spot || spot->isMiddle) {
-        return PopupEnd::kStay;
-    }
-    return edit(window, [&](CVexDbPolyline& shape) { removeRecorded(shape, spot->vertex); });
+    return editVertex(window, grip, removeRecorded);
 }
 
 CVexDbEntityTracker::PopupEnd CVexPolylineTracker::flipSegment(CWnd& window, CPoint, int grip)

@@ -4,6 +4,7 @@
 #include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/dbentity/vexdbpenframe.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
+#include "vexdb/dbtracker/vexexactly.h"
 #include "vexdb/dbtracker/vexropscope.h"
 
 #include <algorithm>
@@ -51,12 +52,6 @@ void scaleTo(CVexDbRect& rect, int grip, const CVexGePoint2d& point)
     }
     rect.setLeftTop(leftTop);
     rect.setRightBottom(rightBottom);
-}
-
-/// To the last bit: the points' own == forgives what a drawing must keep.
-bool isSame(const CVexGePoint2d& a, const CVexGePoint2d& b)
-{
-    return a.x == b.x && a.y == b.y;
 }
 
 } // namespace

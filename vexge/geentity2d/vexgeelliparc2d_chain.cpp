@@ -218,11 +218,10 @@ bool CVexGeEllipArc2d::setGePolyline(int steps)
             break;
         }
         const CVexGePoint2d to = toWorld(radii.at(far));
-        m_polyline.appendVertex(from, CVexGeCircArc2d(from, toWorld(radii.at(middle)), to).bulge(),
-                                -1.0, -1.0);
+        m_polyline.appendVertex(from, CVexGeCircArc2d(from, toWorld(radii.at(middle)), to).bulge());
         from = to;
     }
-    m_polyline.appendVertex(sweep.whole ? first : toWorld(endPoint()), 0.0, -1.0, -1.0);
+    m_polyline.appendVertex(sweep.whole ? first : toWorld(endPoint()));
     return true;
 }
 

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr double kNoWidth = -1.0;
 /// A vertex in a file: point, bulge, start width, end width.
 constexpr std::uint64_t kVertexBytes = 20 + 3 * 8;
 
@@ -72,8 +71,8 @@ void CVexGePolyline2d::read(CFile* file)
     for (std::uint32_t i = 0; i < count; ++i) {
         CVexGePoint2d point;
         double bulge = 0.0;
-        double startWidth = kNoWidth;
-        double endWidth = kNoWidth;
+        double startWidth = CVexGePolyline2d::kNoWidth;
+        double endWidth = CVexGePolyline2d::kNoWidth;
         fields(point, bulge, startWidth, endWidth);
         appendVertex(point, bulge, startWidth, endWidth);
     }

@@ -13,7 +13,7 @@ class CVexGeEllipArc2d;
 
 /// A chain of straight and circular segments: vertices, each with the bulge and the widths of the
 /// segment that starts there. A bulge is tan(sweep / 4): 0 is straight, positive bends
-/// counter-clockwise in the direction of travel, 1 is a half circle. A width of -1 is none.
+/// counter-clockwise in the direction of travel, 1 is a half circle.
 ///
 /// An open chain of n vertices has n - 1 segments, a closed one n. The parameter is a share of the
 /// whole length, not a segment's number. Segments are made on the stack for each query; the arc of
@@ -27,6 +27,8 @@ public:
         kPoint = 3,      ///< the last vertex of an open chain
         kEmpty = 4,      ///< no vertices
     };
+    /// The start and end width of a vertex that has none.
+    static constexpr double kNoWidth = -1.0;
     /// Polylines that offsets give, owned by the list.
     using PolylineList = std::vector<std::unique_ptr<CVexGePolyline2d>>;
     /// Hits by their parameter on the receiver, which is cut to steps of 1e-8.
@@ -46,14 +48,14 @@ public:
     /// Removes all vertices and makes room for `n`; the closed flag stays.
     void setSize(unsigned n);
     void set(const std::vector<CVexGePoint2d>& points);
-    /// One bulge a point; widths become -1.
+    /// One bulge a point; no widths.
     void set(const std::vector<CVexGePoint2d>& points, const std::vector<double>& bulges);
     /// Always true.
-    bool appendVertex(const CVexGePoint2d& point, double bulge = 0.0, double startWidth = -1.0,
-                      double endWidth = -1.0);
+    bool appendVertex(const CVexGePoint2d& point, double bulge = 0.0, double startWidth = kNoWidth,
+                      double endWidth = kNoWidth);
     /// Inserts before `index`; the count of vertices appends, a greater one is refused.
     bool addVertexAt(unsigned index, const CVexGePoint2d& point, double bulge = 0.0,
-                     double startWidth = -1.0, double endWidth = -1.0);
+                     double startWidth = kNoWidth, double endWidth = kNoWidth);
     /// Removes the vertices `first` to `last`; a `last` of 0 stands for `first`. False when `last`
     /// is below `first` or nothing of the range exists.
     bool removeVertexAt(int first, int last = 0);

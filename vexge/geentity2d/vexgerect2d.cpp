@@ -130,7 +130,7 @@ void CVexGeRect2d::getPolyline(CVexGePolyline2d& out) const
 {
     out.setSize(4);
     for (const CVexGePoint2d& corner : cornersOf(*this)) {
-        out.appendVertex(corner, 0.0, -1.0, -1.0);
+        out.appendVertex(corner);
     }
     out.setClosed(true);
 }

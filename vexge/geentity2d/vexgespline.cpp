@@ -151,7 +151,7 @@ void CVexGeSpline::rebuild()
     m_polyline.setSize(numCtrlVerts());
     if (m_ctrlPoints.size() < 3) {
         for (const CVexGePoint2d& point : m_ctrlPoints) {
-            m_polyline.appendVertex(point, 0.0, -1.0, -1.0);
+            m_polyline.appendVertex(point);
         }
         return;
     }
@@ -164,13 +164,13 @@ void CVexGeSpline::rebuild()
             continue;
         }
         if (i == 0) {
-            m_polyline.appendVertex(out[0], 0.0, -1.0, -1.0);
+            m_polyline.appendVertex(out[0]);
         }
-        m_polyline.appendVertex(out[1], bulge, -1.0, -1.0);
-        m_polyline.appendVertex(out[2], 0.0, -1.0, -1.0);
+        m_polyline.appendVertex(out[1], bulge);
+        m_polyline.appendVertex(out[2]);
         current = out[2];
     }
-    m_polyline.appendVertex(m_ctrlPoints.back(), 0.0, -1.0, -1.0);
+    m_polyline.appendVertex(m_ctrlPoints.back());
 }
 
 bool CVexGeSpline::isEqualTo(const CVexGeEntity2d& other, const double& tol) const

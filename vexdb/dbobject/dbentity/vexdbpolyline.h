@@ -38,6 +38,10 @@ public:
     CVexDbRect GetOutRect() override;
     /// Segments that end at a vertex with a start width above 0 are not stroked.
     void Draw(CDC* dc) override;
+    /// Strokes the segments `first` to `last`, of those that exist, as Draw strokes them: in XOR it
+    /// takes just these off the picture of Draw. False, with nothing done, where their picture
+    /// hangs on others: of a filled polyline, and beside segments that are not stroked.
+    bool DrawSegments(CDC* dc, unsigned first, unsigned last);
     /// Fills the polygon of `points`, logical units, in the colour of the context's pen and strokes
     /// it with that pen. Nothing unless IsFill.
     void FillArea(CDC* dc, std::span<const CPoint> points) const;
@@ -67,19 +71,24 @@ public:
     CVexDbEntity* Trim(CVexGePoint2d& pick, std::vector<CVexDbEntity*>& cutters,
                        double tol) override;
     bool Extend(CVexGePoint2d& pick, std::vector<CVexDbEntity*>& boundaries, double tol) override;
-    /// All offsets of the side of `side`, or of both, in no block and without fill, appended to
-    /// `out`, the caller's; its size.
+    /// All offsets at `distance`, drawing units, on the side of `side`, or on both, in no block and
+    /// without fill, appended to `out`; they are the caller's. The size of `out`.
     int Offset(const CVexGePoint2d& side, std::list<CVexDbPolyline*>& out, double distance,
                bool bothSides) const;
 
     [[nodiscard]] const CVexGePolyline2d& gePolyline() const { return m_geometry; }
-    // Edits refresh the grips, whose indices may change; callers must not keep them.
+    // Edits refresh the grips, whose indices may change; callers must not keep them. They answer
+    // false, with nothing changed, for a vertex that does not exist. Bulges are tan(sweep / 4),
+    // positive counter-clockwise in the direction of travel; widths are drawing units, -1 for none.
     void SetGeometry(const CVexGePolyline2d& geometry);
     /// Straight segments without widths.
     void SetVertexes(const std::vector<CVexGePoint2d>& points, bool closed);
-    bool AppendVertex(const CVexGePoint2d& point, double bulge, double startWidth, double endWidth);
-    bool AddVertexAt(unsigned index, const CVexGePoint2d& point, double bulge, double startWidth,
-                     double endWidth);
+    bool AppendVertex(const CVexGePoint2d& point, double bulge,
+                      double startWidth = CVexGePolyline2d::kNoWidth,
+                      double endWidth = CVexGePolyline2d::kNoWidth);
+    bool AddVertexAt(unsigned index, const CVexGePoint2d& point, double bulge,
+                     double startWidth = CVexGePolyline2d::kNoWidth,
+                     double endWidth = CVexGePolyline2d::kNoWidth);
     bool RemoveVertexAt(int index);
     bool RemoveVertexAt(int first, int last);
     bool SetBulgeAt(unsigned index, double bulge);
@@ -92,8 +101,11 @@ public:
     bool AppendPolyline(const CVexDbLine* line, int& index);
     bool AppendPolyline(const CVexDbArc* arc, int& index);
 
+    // Parameters are shares of the length, of the whole or of a segment: -1.0 where none fits.
+    // A clockwise arc counts from its far end.
     [[nodiscard]] double SegParamAtParam(double param, int& segment) const;
     [[nodiscard]] double ParamAtSegParam(int segment, double param) const;
+    // False, with the output as it was, for what does not exist or is of another kind.
     bool GetArcSegAt(unsigned index, CVexGeCircArc2d& out) const;
     bool GetLineSegAt(unsigned index, CVexGeLine2d& out) const;
     /// 0 for a vertex that does not exist.
@@ -101,16 +113,18 @@ public:
     bool GetBulgeAt(unsigned index, double& out) const;
     bool GetPointAt(unsigned index, CVexGePoint2d& out) const;
     bool GetWidthsAt(unsigned index, double& startWidth, double& endWidth) const;
+    /// Some bulge is above 0.001; those of clockwise arcs do not count.
     [[nodiscard]] bool HasBulge() const;
     [[nodiscard]] bool HasWidth() const;
     /// The flag, which decides drawing, trim, fillet and divide.
     [[nodiscard]] bool IsClosed() const { return m_geometry.isClosed(); }
     /// The flag or ends that meet, which decide fill and boundaries.
     [[nodiscard]] bool Closed() const { return m_geometry.closed(); }
+    /// No bulge is above 0.001; here, too, clockwise arcs do not count.
     [[nodiscard]] bool IsOnlyLines() const;
     [[nodiscard]] unsigned NumVerts() const { return m_geometry.numVerts(); }
     bool OnSegAt(unsigned index, const CVexGePoint2d& point, double& param, double tol) const;
-    /// 0 a line segment, 1 an arc segment.
+    /// 0 a line segment, 1 an arc segment, 2 to 4 what is no segment (see the kernel's SegType).
     [[nodiscard]] int SegType(unsigned index) const;
     /// The first vertex not farther than `tol` from `point`; -1 for none.
     [[nodiscard]] int IsVertex(const CVexGePoint2d& point, double tol) const;
@@ -124,13 +138,13 @@ public:
     [[nodiscard]] int FillMode() const { return m_fillMode; }
 
     /// Replaces a segment (0-based; the vertex count less one, or the vertex count, is a closed
-    /// one's last) by `n` pieces of equal parameter, recorded for undo. `n` below 2 and the last
-    /// vertex of an open polyline change nothing.
+    /// one's last) by `n` pieces of equal parameter without widths, recorded for undo. `n` below 2
+    /// and the last vertex of an open polyline change nothing. The bool is not used.
     void DivideSegment(int n, int segment, bool);
     /// Rounds every corner between lines and arcs, as one undo block.
     void Fillet(double radius);
     /// Rounds the corner at vertex `index` where both segments are long enough, recorded for undo.
-    /// `tol` is how far a segment, as computed, may miss the corner.
+    /// `tol` is how far a segment, as computed, may miss the corner; drawing units, as the radius.
     void Fillet(int index, double radius, double tol);
     /// Whether a round of `radius` fits where two curves share an end: `arc` becomes the round,
     /// untouched when none does. `code` tells the ends that meet: 0 the first's end and the

@@ -28,6 +28,18 @@ public:
             keepCorner(toLogical(end));
         }
     }
+    /// Goes where the pen is behind a segment that is stroked.
+    void pass(const CVexGePoint2d& start, const CVexGePoint2d& end, double bulge)
+    {
+        if (!(std::fabs(bulge) > kGeStraightBulge)) {
+            m_dc.MoveTo(toLogical(end));
+            return;
+        }
+        // Where its last stroke ended, which rounding may have set beside the vertex.
+        CVexGeCircArc2d(start, end, bulge, true)
+            .getGrVertexArray(m_vertices, _wArcRes, _dDispScale);
+        m_dc.MoveTo(bulge < 0.0 ? m_vertices.front() : m_vertices.back());
+    }
     void close(const CVexGePoint2d& start, const CVexGePoint2d& end, double bulge)
     {
         m_fills = false; // the corner that it ends at is the first one
@@ -46,12 +58,23 @@ private:
         const CVexGeCircArc2d arc(start, end, bulge, true);
         arc.getGrVertexArray(m_vertices, _wArcRes, _dDispScale);
         m_dc.MoveTo(m_vertices.front());
-        for (std::size_t i = 1; i < m_vertices.size(); ++i) {
-            m_dc.LineTo(m_vertices[i]);
+        if (isXor()) { // single strokes would take back the pixel where each meets the last
+            m_dc.Polyline(m_vertices);
+            m_dc.MoveTo(m_vertices.back());
+        } else {
+            for (std::size_t i = 1; i < m_vertices.size(); ++i) {
+                m_dc.LineTo(m_vertices[i]);
+            }
         }
         if (bulge < 0.0) { // its arc runs against the travel: on to the end of the segment
             m_dc.MoveTo(m_vertices.front());
         }
+    }
+
+    [[nodiscard]] bool isXor() const
+    {
+        const int operation = m_dc.GetROP2();
+        return operation == R2_XORPEN || operation == R2_NOTXORPEN;
     }
 
     CDC& m_dc;
@@ -86,6 +109,31 @@ void CVexDbPolyline::Draw(CDC* dc)
         pen.close(vertices.back(), vertices.front(), bulges.back());
     }
     FillArea(dc, pen.corners());
+}
+
+bool CVexDbPolyline::DrawSegments(CDC* dc, unsigned first, unsigned last)
+{
+    const PointList& vertices = m_geometry.vertices();
+    const std::vector<double>& bulges = m_geometry.bulges();
+    const unsigned count = NumVerts();
+    const unsigned segments = IsClosed() || count == 0 ? count : count - 1;
+    const unsigned end = last < segments ? last + 1 : segments;
+    bool isAlone = !IsFill();
+    for (unsigned i = first; i <= end && count > 0; ++i) {
+        isAlone = isAlone && !(m_geometry.startWidths()[i % count] > 0.0);
+    }
+    const CVexDbPenFrame frame(*this, isAlone ? dc : nullptr);
+    if (!frame || first >= end) {
+        return isAlone;
+    }
+    SegmentPen pen(*dc, toLogical(vertices[first]), false);
+    if (first > 0) {
+        pen.pass(vertices[first - 1], vertices[first], bulges[first - 1]);
+    }
+    for (unsigned i = first; i < end; ++i) {
+        pen.segment(vertices[i], vertices[(i + 1) % count], bulges[i]);
+    }
+    return true;
 }
 
 void CVexDbPolyline::FillArea(CDC* dc, std::span<const CPoint> points) const

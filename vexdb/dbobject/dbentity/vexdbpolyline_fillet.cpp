@@ -14,13 +14,12 @@ using Segment = VexPolylineSegment;
 constexpr double kSharedEndTol = 1e-6;
 /// How far a segment, as computed, may miss its corner where all corners are rounded.
 constexpr double kFilletAllTol = 0.1;
-constexpr double kNoWidth = -1.0;
 
 struct Vertex {
     CVexGePoint2d point;
     double bulge = 0.0;
-    double startWidth = kNoWidth;
-    double endWidth = kNoWidth;
+    double startWidth = CVexGePolyline2d::kNoWidth;
+    double endWidth = CVexGePolyline2d::kNoWidth;
 };
 
 std::vector<Vertex> verticesOf(const CVexGePolyline2d& chain)

@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr double kNoWidth = -1.0;
-
 /// Left bottom, right bottom, right top, left top: the order of grips and of inside tests.
 std::array<CVexGePoint2d, 4> cornersOf(const CVexDbRect& rect)
 {
@@ -225,7 +223,7 @@ CVexDbRect::operator CRect() const
 void CVexDbRect::getPolyline(CVexGePolyline2d& polyline) const
 {
     for (const CVexGePoint2d& corner : {LeftTop(), RightTop(), RightBottom(), LeftBottom()}) {
-        polyline.appendVertex(corner, 0.0, kNoWidth, kNoWidth);
+        polyline.appendVertex(corner);
     }
     polyline.setClosed(true);
 }

@@ -1,7 +1,6 @@
 #include "tests/vexdb/entityfixture.h"
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <random>

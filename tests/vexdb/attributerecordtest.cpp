@@ -2,7 +2,6 @@
 #include "vexdb/dbobject/vexdbentsetiterator.h"
 #include "vexdb/dbobject/vexdblineweight.h"
 
-#include <cmath>
 #include <limits>
 #include <memory>
 

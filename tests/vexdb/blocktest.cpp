@@ -1,9 +1,6 @@
 #include "dbfixture.h"
 #include "vexdb/dbobject/vexdbentsetiterator.h"
 
-#include <algorithm>
-#include <memory>
-
 namespace {
 
 /// A line that says it is of another kind: for kinds that the library does not have yet.

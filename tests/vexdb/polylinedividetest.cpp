@@ -68,6 +68,15 @@ TEST_F(PolylineDivideTest, WhatIsNoSegmentAndLessThanTwoPiecesChangeNothing)
     EXPECT_EQ("", records());
 }
 
+TEST_F(PolylineDivideTest, ArcWhoseCircleIsNoNumberStays)
+{
+    put({{0, 0, 1e300}, {10, 0, -1e300}, {20, 0}});
+    polyline->DivideSegment(2, 0, false);
+    polyline->DivideSegment(2, 1, false);
+    EXPECT_EQ(3u, polyline->NumVerts());
+    EXPECT_EQ("", records());
+}
+
 TEST_F(PolylineDivideTest, LengthStays)
 {
     put({{3, 4, 0.7}, {11, -2, -2.5}, {9, 9}});

@@ -4,6 +4,8 @@
 
 namespace {
 
+constexpr double kQuarter = 0.41421356237309503; // the bulge of a quarter circle
+
 // Half circles below and above the x axis, then a straight segment.
 constexpr auto kWave = {Corner{0, 0, 1}, Corner{10, 0, -1}, Corner{20, 0}, Corner{30, 0}};
 constexpr auto kSteps = {Corner{0, 0}, Corner{10, 0}, Corner{10, 10}, Corner{20, 10}};
@@ -239,9 +241,18 @@ TEST_F(PolylineTrimTest, BothEndsOfAClockwiseArcAreCutByItsChord)
 
 TEST_F(PolylineTrimTest, LineThatPassesTheEndOfALargeArcDoesNotCutIt)
 {
-    const double quarter = 0.41421356237309503;
-    put({{100, 0, quarter}, {0, 100}, {10, 100}});
+    put({{100, 0, kQuarter}, {0, 100}, {10, 100}});
     EXPECT_EQ("100,0 b0.414214 0,100 10,100", trim({5, 100}, {cutter({-0.05, 95}, {-0.05, 105})}));
+}
+
+TEST_F(PolylineTrimTest, PolylineThatPassesTheEndOfALargeArcDoesNotCutTheSegmentBesideIt)
+{
+    // The kernel's arc forgives the hit at -0.05,100 beyond its end, where the next segment is
+    // nearer than the vertex: no cut may stand beside the polyline.
+    put({{100, 0, kQuarter}, {0, 100}, {-10, 101}});
+    EXPECT_EQ("100,0 b0.414214 0,100 -10,101",
+              trim({-5, 100.5}, {otherPolyline({{-0.05, 95}, {-0.05, 100.001}})}));
+    EXPECT_EQ("", records());
 }
 
 TEST_F(PolylineTrimTest, PolylinesCutWithTheirOwnSegmentsOnClockwiseArcsToo)

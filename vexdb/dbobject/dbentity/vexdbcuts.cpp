@@ -199,26 +199,20 @@ void VexDbCuts::add(const CVexGePoint2d& point, bool closed)
     const double at = m_way.along(point);
     const double length = m_way.length();
     const auto apart = [&](double a, double b) { return std::fabs(a - b) > m_way.spacing(); };
-    if (!closed && !(apart(at, 0.0) && apart(at, length))) {
+    if (!std::isfinite(at) || (!closed && !(apart(at, 0.0) && apart(at, length)))) {
         return;
     }
-    const auto next = m_cuts.lower_bound(at);
-    const bool isNew = (next == m_cuts.end() || apart(next->first, at)) &&
-                       (next == m_cuts.begin() || apart(std::prev(next)->first, at));
     const bool meetsOverStart =
         closed && !m_cuts.empty() &&
         !(apart(at, m_cuts.rbegin()->first - length) && apart(at, m_cuts.begin()->first + length));
-    if (isNew && !meetsOverStart && std::isfinite(at)) {
-        m_cuts.emplace_hint(next, at, point);
+    if (!meetsOverStart) {
+        addCut(m_cuts, at, point, m_way.spacing());
     }
 }
 
-/// Along the curve. A pick that was snapped to a cut is on it, whatever rounding made of the two.
 double VexDbCuts::placeOf(const CVexGePoint2d& pick) const
 {
-    const double at = m_way.along(pick);
-    const auto cut = m_cuts.lower_bound(at - kGeEpsilon);
-    return cut != m_cuts.end() && cut->first <= at + kGeEpsilon ? cut->first : at;
+    return snappedToCut(m_cuts, m_way.along(pick));
 }
 
 void VexDbCuts::dropStubs(double at, double shortest)
@@ -236,19 +230,7 @@ VexDbCuts::Piece VexDbCuts::openPieceAt(const CVexGePoint2d& pick, double shorte
 {
     const double at = placeOf(pick);
     dropStubs(at, shortest);
-    if (m_cuts.empty()) {
-        return {};
-    }
-    const auto notBefore = m_cuts.lower_bound(at);
-    const auto behind = m_cuts.upper_bound(at);
-    if (notBefore == m_cuts.begin()) { // a pick on the first cut loses the start side
-        return {nullptr, &notBefore->second};
-    }
-    const CVexGePoint2d* before = &std::prev(notBefore)->second;
-    if (behind == m_cuts.end()) {
-        return {&m_cuts.rbegin()->second, nullptr};
-    }
-    return {before, &behind->second};
+    return openPieceOf(m_cuts, at);
 }
 
 VexDbCuts::Piece VexDbCuts::closedPieceAt(const CVexGePoint2d& pick) const

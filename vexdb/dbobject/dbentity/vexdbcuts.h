@@ -1,9 +1,9 @@
 #pragma once
 
 #include "vexdb/dbcommand/vexundohandler.h"
+#include "vexdb/dbobject/dbentity/vexdbcutplaces.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -65,12 +65,8 @@ CVexDbEntity::PointList hitsOf(const CVexDbEntity& curve, const std::vector<CVex
 /// The cuts of one curve in their order along it.
 class VexDbCuts {
 public:
-    /// What a pick takes away. An end without a cut is the curve's own; without any nothing is
-    /// taken. The points are those of the cuts and live as long as they do.
-    struct Piece {
-        const CVexGePoint2d* before = nullptr;
-        const CVexGePoint2d* behind = nullptr;
-    };
+    /// The points live as long as the cuts.
+    using Piece = VexDbCutPiece<CVexGePoint2d>;
 
     /// Gathers the cuts of `curve` by `cutters`; `way` is its own. Of two that are one the first
     /// stays.
@@ -89,7 +85,7 @@ private:
     void dropStubs(double at, double shortest);
 
     const VexDbWay& m_way;
-    std::map<double, CVexGePoint2d> m_cuts; // by their place along the curve
+    VexDbCutPlaces<CVexGePoint2d> m_cuts;
 };
 
 /// A record about `entity` that ends a step, for the caller to give its numbers.

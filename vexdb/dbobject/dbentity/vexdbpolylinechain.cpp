@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <type_traits>
 
@@ -109,11 +108,10 @@ void VexPolylineChain::add(unsigned index, const CVexGePoint2d& hit, double tol)
     if (!segment) {
         return;
     }
-    const double along = segment->along(hit);
-    const double reach = std::max(tol, kGeTol);
-    if (along < -reach || along > segment->length() + reach) {
+    if (!(gapTo(*segment, hit) <= std::max(tol, kGeTol))) {
         return; // the kernel's arcs forgive an angle at their ends, which is much on a large one
     }
+    const double along = segment->along(hit);
     const bool atStart = along <= 0.0 || hit.isEqualTo(segment->from());
     const bool atEnd = along >= segment->length() || hit.isEqualTo(segment->to());
     if (atStart || atEnd) {
@@ -127,15 +125,9 @@ void VexPolylineChain::add(unsigned index, const CVexGePoint2d& hit, double tol)
 
 void VexPolylineChain::keep(double place, const VexPolylineCut& cut)
 {
-    const auto isApart = [place](double other) { return std::fabs(place - other) > kGeTol; };
-    if (!(isApart(0.0) && isApart(length()))) {
-        return;
-    }
-    const auto next = m_cuts.lower_bound(place);
-    const bool isNew = (next == m_cuts.end() || isApart(next->first)) &&
-                       (next == m_cuts.begin() || isApart(std::prev(next)->first));
-    if (isNew) {
-        m_cuts.emplace_hint(next, place, cut);
+    const auto isApart = [place](double end) { return std::fabs(place - end) > kGeTol; };
+    if (isApart(0.0) && isApart(length())) {
+        addCut(m_cuts, place, cut, kGeTol);
     }
 }
 
@@ -151,9 +143,7 @@ double VexPolylineChain::placeOf(const CVexGePoint2d& pick) const
             place = m_upTo[i] + std::clamp(segment->along(pick), 0.0, segment->length());
         }
     }
-    // A pick that was snapped to a cut is on it, whatever rounding made of the two.
-    const auto cut = m_cuts.lower_bound(place - kGeEpsilon);
-    return cut != m_cuts.end() && cut->first <= place + kGeEpsilon ? cut->first : place;
+    return snappedToCut(m_cuts, place);
 }
 
 bool VexPolylineChain::isNearerStart(const CVexGePoint2d& pick) const
@@ -163,17 +153,5 @@ bool VexPolylineChain::isNearerStart(const CVexGePoint2d& pick) const
 
 VexPolylineChain::Piece VexPolylineChain::pieceAt(const CVexGePoint2d& pick) const
 {
-    if (m_cuts.empty()) {
-        return {};
-    }
-    const double place = placeOf(pick);
-    const auto notBefore = m_cuts.lower_bound(place);
-    const auto behind = m_cuts.upper_bound(place);
-    if (notBefore == m_cuts.begin()) { // a pick on the first cut loses the start side
-        return {nullptr, &notBefore->second};
-    }
-    if (behind == m_cuts.end()) {
-        return {&m_cuts.rbegin()->second, nullptr};
-    }
-    return {&std::prev(notBefore)->second, &behind->second};
+    return openPieceOf(m_cuts, placeOf(pick));
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "vexdb/dbobject/dbentity/vexdbcutplaces.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/dbobject/dbentity/vexdbpolylinesegment.h"
 
-#include <map>
 #include <vector>
 
 /// The points where the segment, extended or not as `kind` says, meets `other`; `hits` is cleared
@@ -23,12 +23,8 @@ struct VexPolylineCut {
 /// which has to stay as it is.
 class VexPolylineChain {
 public:
-    /// What a pick takes away, from cut to cut. An end without one is the polyline's own; without
-    /// any, nothing is taken. The cuts live as long as the chain.
-    struct Piece {
-        const VexPolylineCut* before = nullptr;
-        const VexPolylineCut* behind = nullptr;
-    };
+    /// The cuts live as long as the chain.
+    using Piece = VexDbCutPiece<VexPolylineCut>;
 
     explicit VexPolylineChain(const CVexGePolyline2d& polyline);
     /// Adds the places where `cutter` meets the polyline. Of cuts that lie on one another the first
@@ -49,6 +45,6 @@ private:
     [[nodiscard]] double length() const { return m_upTo.back(); }
 
     const CVexGePolyline2d& m_polyline;
-    std::vector<double> m_upTo;              // the length up to each vertex, and over all
-    std::map<double, VexPolylineCut> m_cuts; // by their place along the polyline
+    std::vector<double> m_upTo; // the length up to each vertex, and over all
+    VexDbCutPlaces<VexPolylineCut> m_cuts;
 };

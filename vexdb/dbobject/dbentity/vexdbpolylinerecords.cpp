@@ -59,9 +59,14 @@ void VexPolylineRecords::removed(unsigned index, const CVexGePolyline2d& chain,
     if (before != 0.0 || std::signbit(before)) {
         bulge(index, before);
     }
+    removed(index, chain.vertices()[vertex]);
+}
+
+void VexPolylineRecords::removed(unsigned index, const CVexGePoint2d& point) const
+{
     tagUndoEditEntity edit = record(kUndoRemoveVertex);
     edit.index = static_cast<std::int32_t>(index);
-    edit.point = chain.vertices()[vertex];
+    edit.point = point;
     add(edit);
 }
 

@@ -20,6 +20,8 @@ public:
     /// Vertex `vertex` of `chain` goes, which has the number `index` then. Its bulge is kept, too:
     /// the undo of a removal adds a straight vertex.
     void removed(unsigned index, const CVexGePolyline2d& chain, unsigned vertex) const;
+    /// A vertex at `point` goes; its bulge, where it had one, is recorded first.
+    void removed(unsigned index, const CVexGePoint2d& point) const;
     /// Before the closed flag goes: the record keeps the closing bulge.
     void opened() const;
     /// Before the flag is set: the record keeps the end of the open chain.

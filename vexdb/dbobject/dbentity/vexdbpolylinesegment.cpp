@@ -30,7 +30,8 @@ std::optional<VexPolylineSegment> VexPolylineSegment::of(const CVexGePolyline2d&
     }
     const std::vector<CVexGePoint2d>& vertices = chain.vertices();
     const unsigned next = index + 1 < chain.numVerts() ? index + 1 : 0;
-    return VexPolylineSegment(vertices[index], vertices[next], chain.getBulgeAt(index));
+    const VexPolylineSegment segment(vertices[index], vertices[next], chain.getBulgeAt(index));
+    return std::isfinite(segment.length()) ? std::optional(segment) : std::nullopt;
 }
 
 double VexPolylineSegment::sweptTo(const CVexGePoint2d& point) const

@@ -11,7 +11,8 @@
 class VexPolylineSegment {
 public:
     VexPolylineSegment(const CVexGePoint2d& from, const CVexGePoint2d& to, double bulge);
-    /// Segment `index`; none for one without length and for the last vertex of an open chain.
+    /// Segment `index`; none for one without length or with one that is no number, and for the last
+    /// vertex of an open chain.
     static std::optional<VexPolylineSegment> of(const CVexGePolyline2d& chain, unsigned index);
 
     [[nodiscard]] bool isArc() const { return m_turn != 0.0; }

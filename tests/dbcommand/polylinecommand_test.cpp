@@ -190,6 +190,14 @@ TEST_F(PolylineCommandTest, WithNothingBeforeItATangentArcLeavesAlongX)
     EXPECT_EQ("10,10 20,10", draw(L"10,10\na20,10\n\n")); // and nearly straight is straight
 }
 
+TEST_F(PolylineCommandTest, BehindThreePointsThatAreNoArcATangentArcGoesOnFromTheLine)
+{
+    EXPECT_EQ("0,0 10,0 b0.414214 20,10", draw(L"0,0\np5,0\n10,0\na20,10\n\n"));
+    EXPECT_EQ("0,0 10,0 b0.414214 20,10", draw(L"0,0\np0,0\n10,0\na20,10\n\n"));
+    EXPECT_EQ("0,0 0,10 b-0.414214 10,20", draw(L"0,0\np0,10\n0,10\na10,20\n\n"));
+    EXPECT_EQ("0,0 10,0 20,0", draw(L"0,0\np5,0\n10,0\n30,0\n40,0\nu20,0\n\n"));
+}
+
 TEST_F(PolylineCommandTest, LGoesBackToLines)
 {
     typeWatched({L"0,0\na10,10\n", L"l", L"20,10\n"});
@@ -348,6 +356,19 @@ TEST_F(PolylinePictureTest, TheSecondPointOfAnArcIsAskedWithABandAlone)
     ASSERT_EQ(1u, seen.size());
     EXPECT_EQ((std::vector{px(10, 10), px(20, 15)}), seen[0].points);
     EXPECT_EQ(kBand, seen[0].color);
+    EXPECT_TRUE(leftOver().empty());
+}
+
+TEST_F(PolylinePictureTest, ThreePointsThatAreNoArcShowALine)
+{
+    std::vector<VexStroke> seen;
+    type(L"10,10\np15,10\n20,10\n");
+    whileWaiting([&] { seen = leftOver(); });
+    type(L"u");
+    runCancelled();
+    ASSERT_EQ(2u, seen.size()); // it and the band, of no length yet
+    EXPECT_EQ((std::vector{px(10, 10), px(20, 10)}), seen[0].points);
+    EXPECT_EQ((std::vector{px(20, 10), px(20, 10)}), seen[1].points);
     EXPECT_TRUE(leftOver().empty());
 }
 

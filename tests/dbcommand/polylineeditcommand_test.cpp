@@ -102,6 +102,35 @@ TEST_F(PolylineEditCommandTest, WithoutAPickNothingHappens)
     expectUntouched();
 }
 
+TEST_F(PolylineEditCommandTest, EveryWayOutOfEveryQuestionChangesNothing)
+{
+    for (const wchar_t* const asked : {L"b", L"j", L"f", L"f2\n"}) {
+        EXPECT_EQ(angled, edit({10, 30}, asked)); // lost
+        expectUntouched();
+        EXPECT_EQ(angled, edit({10, 30}, std::wstring(asked) + L"#"));
+        expectUntouched();
+        clickAt(10, 30);
+        type(asked);
+        mouse(WM_RBUTTONDOWN, {5, 5});
+        EXPECT_EQ(angled, edit());
+        expectUntouched();
+        EXPECT_EQ(0u, backend.queued()) << asked;
+    }
+}
+
+TEST_F(PolylineEditCommandTest, ACommandInsideAQuestionGivesNull)
+{
+    CVexDbEntity* inner = first;
+    unsigned long step = 0;
+    clickAt(10, 30);
+    type(L"b");
+    whileWaiting([&] { inner = handler().DoCommand(VexDb::CmdPolylineEdit, step); });
+    press(VK_ESCAPE);
+    EXPECT_EQ(angled, edit());
+    EXPECT_EQ(nullptr, inner);
+    expectUntouched();
+}
+
 TEST_F(PolylineEditCommandTest, TheSelectionIsDropped)
 {
     select(angled);
@@ -194,7 +223,11 @@ TEST_F(PolylineEditCommandTest, BBreaksAtAVertex)
     edit({10, 30}, L"b15,30\n");
     EXPECT_EQ((std::vector<std::string>{"5,30 15,30", "15,30 15,36 25,36"}), polylines());
     EXPECT_EQ(3, database->lastEntity()->ColorIndex());
-    EXPECT_EQ((Records{{kUndoRemoveVertex, false}, {kUndoRemoveVertex, true}, {kUndoCreate, true}}),
+    EXPECT_EQ((Records{{kUndoChangeBulge, false}, // two for each vertex that goes, and the tail
+                       {kUndoRemoveVertex, true},
+                       {kUndoChangeBulge, true},
+                       {kUndoRemoveVertex, true},
+                       {kUndoCreate, true}}),
               records());
     EXPECT_TRUE(undo().Undo());
     EXPECT_EQ((std::vector<std::string>{"5,30 15,30 15,36 25,36"}), polylines());
@@ -430,6 +463,29 @@ TEST_F(PolylineEditCommandTest, TheNearerEndOfTheSegmentIsTheCorner)
     EXPECT_EQ("5,30 14,30 b0.414214 15,31 15,36 25,36", wordsOf(*angled));
 }
 
+TEST_F(PolylineEditCommandTest, TheMiddleOfASegmentCountsToItsEnd)
+{
+    clickAt(10, 30);
+    type(L"f1\n");
+    clickAt(15, 33);
+    press(VK_ESCAPE);
+    edit();
+    EXPECT_EQ("5,30 15,30 15,35 b-0.414214 16,36 25,36", wordsOf(*angled));
+}
+
+TEST_F(PolylineEditCommandTest, TheClosingSegmentLeadsToTheFirstCorner)
+{
+    CVexDbPolyline* const square = put({{25, 20}, {35, 20}, {35, 30}, {25, 30}}, true);
+    start = bytes();
+    clickAt(30, 20);
+    type(L"f2\n");
+    clickAt(25, 21);
+    press(VK_ESCAPE);
+    edit();
+    EXPECT_EQ("25,22 b0.414214 27,20 35,20 35,30 25,30 closed", wordsOf(*square));
+    expectExactUndo();
+}
+
 TEST_F(PolylineEditCommandTest, AlongAnArcOfNegativeBulgeTooTheNearerEndCounts)
 {
     CVexDbPolyline* const bent = put({{20, 10}, {25, 10, -1}, {35, 10}, {39, 10}});
@@ -481,6 +537,14 @@ TEST_F(PolylineEditCommandTest, APickFarFromThePolylineEndsIt)
     edit();
     EXPECT_EQ("5,30 15,30 15,34 b-0.414214 17,36 25,36", wordsOf(*angled));
     EXPECT_EQ(0u, backend.queued());
+}
+
+TEST_F(PolylineEditCommandTest, EnterAtAPickRoundsTheCornerNextToTheLastPoint)
+{
+    database->setLastPoint({14, 30});
+    edit({10, 30}, L"f2\n\n#");
+    EXPECT_EQ("5,30 13,30 b0.414214 15,32 15,36 25,36", wordsOf(*angled));
+    EXPECT_EQ(0u, backend.queued()); // Escape ended it, Enter did not
 }
 
 TEST_F(PolylineEditCommandTest, WithoutARadiusOrACornerNothingIsAsked)

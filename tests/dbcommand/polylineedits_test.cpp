@@ -1,5 +1,6 @@
 #include "editingfixture.h"
 #include "tests/vexdb/polylinewords.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbcommand/vexpolylineedits.h"
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
 

@@ -2,25 +2,13 @@
 
 #include "platform/device/cdc.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbcommand/vexpromptid.h"
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
 #include "vexdb/dbobject/dbentity/vexdbentitykinds.h"
 #include "vexdb/dbtracker/vexropscope.h"
 #include "vexdb/vexdbdatabase.h"
-
-namespace {
-
-void eraseRecorded(CVexDbEntity& entity, CVexUndoHandler& undo)
-{
-    tagUndoEditEntity edit;
-    edit.editType = kUndoErase;
-    edit.entity = entity.objectId();
-    undo.AddUndo(&edit);
-    entity.setErased(); // only the bit: undo brings the object back
-}
-
-} // namespace
 
 bool CVexCommandHandler::askSet(VexEntitySet& entities)
 {
@@ -52,7 +40,7 @@ CVexDbEntity* CVexCommandHandler::CommandErase(unsigned long& /*step*/)
         if (dc != nullptr) {
             entity->Draw(dc);
         }
-        eraseRecorded(*entity, m_database->undoHandler());
+        eraseRecorded(*entity);
     }
     return nullptr;
 }
@@ -67,7 +55,7 @@ CVexDbEntity* CVexCommandHandler::CommandExplode(unsigned long& /*step*/)
     for (CVexDbEntity* entity : entities) {
         if (const auto explode = entityKind(entity->classType()).explode; explode != nullptr) {
             explode(*entity);
-            eraseRecorded(*entity, m_database->undoHandler());
+            eraseRecorded(*entity);
         }
     }
     return nullptr;

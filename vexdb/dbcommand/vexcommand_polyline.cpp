@@ -1,5 +1,5 @@
-#include "platform/window/cwnd.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbcommand/vexpromptid.h"
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
@@ -18,7 +18,6 @@ constexpr double kFirstBulge = 0.1;    // until the first move
 /// for what rounding adds.
 constexpr double kLeastBulge = 0.001 + 1e-8;
 constexpr double kMeetingTol = 0.01; // of an arc's end and the vertex that it belongs to
-constexpr double kNoWidth = -1.0;
 
 } // namespace
 
@@ -50,7 +49,8 @@ public:
             }
             result = result == InputEnter ? result : track();
         }
-        showAnew();
+        // The accepted segments go off the screen; what becomes of them is the host's to draw.
+        repaintSoon(m_handler);
         return result == InputEnter && last() > 0 ? handOver() : nullptr;
     }
 
@@ -104,8 +104,11 @@ private:
 
     void takeSecondPoint(const CVexGePoint2d& point)
     {
-        // Beside the chord: on one line with it three points are no arc.
-        m_arcBand.set(m_from, point, point + (point - m_from).perpVector());
+        // Until the first move the arc ends beside its second point; on one line with it three
+        // points are no arc.
+        const CVexGePoint2d right = point + CVexGeVector2d::kXAxis;
+        m_arcBand.set(m_from, point,
+                      areOnOneLine(m_from, point, right) ? point + CVexGeVector2d::kYAxis : right);
         m_tracker.SetArcPoint(point);
         m_second = point;
         m_tracker.SetOption(CVexPolylineTracker::kThreePoints);
@@ -116,31 +119,51 @@ private:
     void endArc(const CVexGePoint2d& point)
     {
         const bool isTangent = m_tracker.GetOption() == CVexPolylineTracker::kTangent;
-        const bool isArc = isTangent || !areOnOneLine(m_from, m_second, point);
-        m_polyline->SetBulgeAt(last(), isArc ? drawnBulge(point) : 0.0);
+        if (leadsTo(point) && (isTangent || !areOnOneLine(m_from, m_second, point))) {
+            m_polyline->SetBulgeAt(last(), drawnBulge());
+            keepSegment(m_arcBand);
+        } else {
+            showStraightTo(point);
+            keepSegment(m_lineBand);
+        }
         append(point);
-        keepSegment(m_arcBand);
         drawArcsFrom(point,
                      isTangent ? CVexPolylineTracker::kTangent : CVexPolylineTracker::kSecondPoint);
     }
 
-    /// The bulge of the arc band from the last vertex to `end`. An arc is stored counter-clockwise:
-    /// one that does not start at the vertex runs clockwise. One that does not lead from here to
-    /// there is none, and the segment is straight.
-    [[nodiscard]] double drawnBulge(const CVexGePoint2d& end) const
+    /// No arc leads to `end`, and the band is left as some arc of before: what is seen, and what
+    /// the next arc goes on from, becomes the straight segment that is stored.
+    void showStraightTo(const CVexGePoint2d& end)
     {
-        const auto meets = [](const CVexGePoint2d& a, const CVexGePoint2d& b) {
-            return a.distanceTo(b) <= kMeetingTol;
-        };
+        m_tracker.DrawOrgEntity(); // the second time in XOR: off the screen
+        m_lineBand.set(m_from, end);
+        m_tracker.SetEntity(&m_lineBand);
+        m_tracker.DrawOrgEntity();
+    }
+
+    [[nodiscard]] static bool meets(const CVexGePoint2d& a, const CVexGePoint2d& b)
+    {
+        return a.distanceTo(b) <= kMeetingTol;
+    }
+
+    /// Whether the arc band joins the last vertex and `end`, in either direction.
+    [[nodiscard]] bool leadsTo(const CVexGePoint2d& end) const
+    {
+        const CVexGePoint2d first = m_arcBand.StartPoint();
+        const CVexGePoint2d second = m_arcBand.EndPoint();
+        return m_from.distanceTo(end) > kGeTol && ((meets(first, m_from) && meets(second, end)) ||
+                                                   (meets(first, end) && meets(second, m_from)));
+    }
+
+    /// The bulge of the arc band from the last vertex on. An arc is stored counter-clockwise: one
+    /// that does not start at the vertex runs clockwise.
+    [[nodiscard]] double drawnBulge() const
+    {
         const double size = m_arcBand.Bulge();
-        const bool startsHere = meets(m_arcBand.StartPoint(), m_from);
-        const bool isWhole =
-            startsHere ? meets(m_arcBand.EndPoint(), end)
-                       : meets(m_arcBand.StartPoint(), end) && meets(m_arcBand.EndPoint(), m_from);
-        if (!isWhole || m_from.distanceTo(end) <= kGeTol || !(std::fabs(size) > kLeastBulge)) {
+        if (!(std::fabs(size) > kLeastBulge)) {
             return 0.0;
         }
-        return startsHere ? size : -size;
+        return meets(m_arcBand.StartPoint(), m_from) ? size : -size;
     }
 
     /// What a key asks for: InputEnter ends the vertices, InputKeyword goes on.
@@ -223,10 +246,7 @@ private:
         m_tracker.SetPrevEntity(m_segments.empty() ? nullptr : m_segments.back().get());
     }
 
-    void append(const CVexGePoint2d& point)
-    {
-        m_polyline->AppendVertex(point, 0.0, kNoWidth, kNoWidth);
-    }
+    void append(const CVexGePoint2d& point) { m_polyline->AppendVertex(point, 0.0); }
 
     [[nodiscard]] unsigned last() const { return m_polyline->NumVerts() - 1; }
     [[nodiscard]] CVexGePoint2d vertex() const
@@ -234,14 +254,6 @@ private:
         CVexGePoint2d point;
         m_polyline->GetPointAt(last(), point);
         return point;
-    }
-
-    /// The accepted segments go off the screen; what becomes of them is the host's to draw.
-    void showAnew() const
-    {
-        if (CWnd* display = m_handler.GetDispWindow(); display != nullptr) {
-            display->Invalidate();
-        }
     }
 
     CVexDbEntity* handOver()

@@ -1,6 +1,6 @@
-#include "platform/window/cwnd.h"
 #include "platform/window/vexbackend.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbcommand/vexpolylineedits.h"
 #include "vexdb/dbcommand/vexpromptid.h"
 #include "vexdb/dbcommand/vexundohandler.h"
@@ -157,9 +157,7 @@ private:
     {
         m_polyline->setGripPoints();
         m_polyline->OnCurveChanged();
-        if (CWnd* display = m_handler.GetDispWindow(); display != nullptr) {
-            display->Invalidate();
-        }
+        repaintSoon(m_handler);
     }
 
     void close() { closeRecorded(*m_polyline); }
@@ -211,26 +209,30 @@ private:
     }
 
     /// Rounds corner after corner, until a pick goes beside the polyline, or all of them by a key.
-    /// Each pick is an undo step.
+    /// Each pick is an undo step. Return picks at the last point, as in every question for a point,
+    /// and does not end this one; scripts repeat a corner by it.
     void filletPicked(double radius)
     {
         const Meanwhile picking(m_handler.m_crossCursor, _cursorSelect);
         CVexGePoint2d point;
-        int result = InputPoint;
-        while (result == InputPoint) {
-            result = m_handler.GetGePoint(VexDb::PromptFilletPoint, point, L"A");
-            if (result == InputPoint) {
-                result = m_handler.isInputLost() || !isNear(point) ? int(InputLost) : result;
-            }
-            if (result == InputPoint) {
-                const unsigned corner = cornerNear(*m_polyline, point);
-                m_polyline->Fillet(static_cast<int>(corner), radius, kFilletTolerance);
-                paint();
-            }
+        int result = askCorner(point);
+        for (; result == InputPoint; result = askCorner(point)) {
+            const unsigned corner = cornerNear(*m_polyline, point);
+            m_polyline->Fillet(static_cast<int>(corner), radius, kFilletTolerance);
+            m_polyline->setGripPoints();
+            repaintNow(m_handler);
         }
         if (result == InputKeyword) {
             m_polyline->Fillet(radius);
         }
+    }
+
+    /// The place of a pick, an InputResult; InputLost for one beside the polyline, too.
+    int askCorner(CVexGePoint2d& point)
+    {
+        const int result = m_handler.GetGePoint(VexDb::PromptFilletPoint, point, L"A");
+        const bool picks = result == InputPoint;
+        return picks && (m_handler.isInputLost() || !isNear(point)) ? int(InputLost) : result;
     }
 
     /// Within the pick box, whose size is not brought to drawing units here: who fillets corner
@@ -241,14 +243,6 @@ private:
         const CVexDbDisplayTableRecord* const view = drawing.displays().getCurrentRecord();
         return view != nullptr && m_polyline->gePolyline().distanceTo(point) <=
                                       drawing.settings().m_nPickBox * view->xScale();
-    }
-
-    void paint() const
-    {
-        m_polyline->setGripPoints();
-        if (CWnd* display = m_handler.GetDispWindow(); display != nullptr) {
-            display->SendMessage(WM_PAINT, 0, 0);
-        }
     }
 
     CVexCommandHandler& m_handler;

@@ -1,8 +1,8 @@
 // The commands that transform a set of entities: move, copy, rotate, copy and rotate, scale,
 // mirror.
 
-#include "platform/window/cwnd.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbcommand/vexpromptid.h"
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
@@ -113,9 +113,7 @@ private:
             }
             changeOnScreen(*entity, transform);
         }
-        if (CWnd* display = m_handler.GetDispWindow(); display != nullptr) {
-            display->Invalidate();
-        }
+        repaintSoon(m_handler);
     }
 
     void changeOnScreen(CVexDbEntity& entity, const std::function<void(CVexDbEntity&)>& transform)

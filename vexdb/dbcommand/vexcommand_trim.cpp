@@ -1,8 +1,8 @@
 // The commands that end curves at others: trim and extend.
 
-#include "platform/window/cwnd.h"
 #include "platform/window/vexbackend.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
 #include "vexdb/dbcommand/vexpromptid.h"
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbentity.h"
@@ -27,13 +27,7 @@ constexpr std::array kNeverExtended = {VexDb::kSpiral, VexDb::kBox, VexDb::kCirc
 /// Trims one entity. What a cut through the middle leaves over goes into the drawing, too.
 bool trim(CVexDbEntity& entity, CVexGePoint2d& pick, Boundaries& boundaries)
 {
-    CVexDbDatabase& drawing = *entity.database();
-    if (CVexDbEntity* const rest = entity.Trim(pick, boundaries, kGeEpsilon); rest != nullptr) {
-        tagUndoEditEntity edit;
-        edit.editType = kUndoCreate;
-        drawing.addEntity(rest, edit.entity);
-        drawing.undoHandler().AddUndo(&edit);
-    }
+    addRecorded(entity.Trim(pick, boundaries, kGeEpsilon));
     return true;
 }
 
@@ -80,9 +74,7 @@ void CVexCommandHandler::cutAtBoundaries(const CutRule& rule)
     while (GetEntity(VexDb::PromptSelectEntities, entity, &pick) == InputPoint &&
            entity != nullptr) {
         if (cutOne(rule, *entity, pick, boundaries)) {
-            if (CWnd* display = GetDispWindow(); display != nullptr) {
-                display->SendMessage(WM_PAINT, 0, 0);
-            }
+            repaintNow(*this);
         }
         pick = kNoPick;
     }

@@ -298,6 +298,8 @@ private:
     bool answerUnknown(const CString& name);
     [[nodiscard]] CDC* viewContext() const;
     [[nodiscard]] bool canAsk() const;
+    /// Shows a prompt, unless the input is lost, and tells whether an answer may be waited for.
+    bool askBy(int prompt);
     /// Runs a tracker with a band from `start` under a prompt.
     int trackFrom(CVexDbEntityTracker& tracker, const CVexGePoint2d& start, int prompt);
     int measure(int prompt, const CVexGePoint2d* base, CVexGePoint2d& from);

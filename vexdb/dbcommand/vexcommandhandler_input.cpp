@@ -162,6 +162,15 @@ bool CVexCommandHandler::canAsk() const
     return !client.IsRectEmpty();
 }
 
+bool CVexCommandHandler::askBy(int prompt)
+{
+    if (isInputLost()) {
+        return false;
+    }
+    SetPrompt(prompt);
+    return canAsk();
+}
+
 int CVexCommandHandler::GetGePoint(int prompt, CVexGePoint2d& point)
 {
     return GetGePoint(prompt, point, CString());
@@ -182,11 +191,7 @@ int CVexCommandHandler::GetGePoint(int prompt, CVexGePoint2d& point, const CStri
                                    wchar_t& key)
 {
     const VexBusyScope busy(*this);
-    if (isInputLost()) {
-        return InputCancel;
-    }
-    SetPrompt(prompt);
-    if (!canAsk()) {
+    if (!askBy(prompt)) {
         return InputCancel;
     }
     PointInput input(*this, *m_display, viewContext(), point, keys, key);

@@ -122,11 +122,7 @@ int waitFor(CVexCommandHandler& handler, CWnd& window, VexPrimitive& input)
 int CVexCommandHandler::GetReal(int prompt, wchar_t key, double& value)
 {
     const VexBusyScope busy(*this);
-    if (isInputLost()) {
-        return InputCancel;
-    }
-    SetPrompt(prompt);
-    if (!canAsk()) {
+    if (!askBy(prompt)) {
         return InputCancel;
     }
     TypedInput input(*this, *m_display, kMostOfNumber, key);
@@ -143,11 +139,7 @@ int CVexCommandHandler::GetReal(int prompt, wchar_t key, double& value)
 int CVexCommandHandler::GetString(int prompt, CString& text)
 {
     const VexBusyScope busy(*this);
-    if (isInputLost()) {
-        return InputCancel;
-    }
-    SetPrompt(prompt);
-    if (!canAsk()) {
+    if (!askBy(prompt)) {
         return InputCancel;
     }
     TypedInput input(*this, *m_display, kMostOfText, L'\0');
@@ -163,11 +155,7 @@ int CVexCommandHandler::GetString(int prompt, CString& text)
 int CVexCommandHandler::GetKeyWord(int prompt, const CString& keys, wchar_t& key)
 {
     const VexBusyScope busy(*this);
-    if (isInputLost()) {
-        return InputCancel;
-    }
-    SetPrompt(prompt);
-    if (!canAsk()) {
+    if (!askBy(prompt)) {
         return InputCancel;
     }
     KeyWordInput input(*this, *m_display, keys, key);

@@ -1,9 +1,10 @@
 #include "vexdb/dbcommand/vexpolylineedits.h"
 
 #include "vexdb/dbcommand/vexcommandhandler.h"
+#include "vexdb/dbcommand/vexentityedits.h"
+#include "vexdb/dbcommand/vexfreeends.h"
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbarc.h"
-#include "vexdb/dbobject/dbentity/vexdbcuts.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbpolylinerecords.h"
@@ -12,12 +13,12 @@
 
 #include <cmath>
 #include <memory>
+#include <optional>
 
 namespace {
 
 constexpr unsigned kLeastClosed = 3; // vertices
 constexpr double kShallowBulge = 0.01;
-constexpr double kNoWidth = -1.0;
 
 /// Opens a closed polyline at its start, which is repeated at the end, so that no segment is lost.
 void openAtStart(CVexDbPolyline& polyline, const VexPolylineRecords& records)
@@ -25,8 +26,8 @@ void openAtStart(CVexDbPolyline& polyline, const VexPolylineRecords& records)
     const unsigned count = polyline.NumVerts();
     const double closing = polyline.GetBulgeAt(count - 1);
     CVexGePoint2d start;
-    double startWidth = kNoWidth;
-    double endWidth = kNoWidth;
+    double startWidth = CVexGePolyline2d::kNoWidth;
+    double endWidth = CVexGePolyline2d::kNoWidth;
     polyline.GetPointAt(0, start);
     polyline.GetWidthsAt(0, startWidth, endWidth);
     records.bulge(count - 1, closing);
@@ -54,11 +55,8 @@ std::unique_ptr<CVexDbPolyline> tailOf(const CVexDbPolyline& polyline, unsigned 
 bool append(CVexDbPolyline& polyline, const CVexDbEntity& other, int& side)
 {
     switch (other.classType()) {
-    case VexDb::kPolyline: {
-        const auto& chain = static_cast<const CVexDbPolyline&>(other);
-        // A lone vertex would join without a segment, and leave its bulge behind.
-        return chain.NumVerts() > 1 && polyline.AppendPolyline(&chain, side);
-    }
+    case VexDb::kPolyline:
+        return polyline.AppendPolyline(&static_cast<const CVexDbPolyline&>(other), side);
     case VexDb::kLine: return polyline.AppendPolyline(&static_cast<const CVexDbLine&>(other), side);
     case VexDb::kArc: return polyline.AppendPolyline(&static_cast<const CVexDbArc&>(other), side);
     default: return false;
@@ -80,25 +78,38 @@ void recordJoin(const CVexDbPolyline& polyline, unsigned count, double endBulge,
     }
 }
 
-/// Joins what meets an end now, and takes it out of the set; true when anything did.
-bool joinOnce(CVexDbPolyline& polyline, VexEntitySet& entities)
+/// Joins the first entity that meets an end, from the place `from` on; its place, or none when
+/// there is none.
+std::optional<std::size_t> joinNext(CVexDbPolyline& polyline, const VexFreeEnds& ends,
+                                    std::size_t from)
 {
-    bool joined = false;
-    for (auto at = entities.begin(); at != entities.end();) {
-        CVexDbEntity& other = **at;
-        const unsigned count = polyline.NumVerts();
-        const double endBulge = polyline.GetBulgeAt(count - 1);
+    const unsigned count = polyline.NumVerts();
+    const double endBulge = polyline.GetBulgeAt(count - 1);
+    for (const std::size_t place : ends.near(polyline, from)) {
+        CVexDbEntity& other = *ends.at(place);
         int side = 0;
-        if (&other == &polyline || !append(polyline, other, side)) {
-            ++at;
-            continue;
+        if (&other != &polyline && append(polyline, other, side)) {
+            eraseRecorded(other);
+            recordJoin(polyline, count, endBulge, side);
+            return place;
         }
-        eraseRecorded(other);
-        recordJoin(polyline, count, endBulge, side);
-        at = entities.erase(at);
-        joined = true;
     }
-    return joined;
+    return std::nullopt;
+}
+
+/// Joins what meets an end, in the order of the set, and takes it out of that. Again and again:
+/// what meets no end yet may meet the end that another one has brought.
+void joinAll(CVexDbPolyline& polyline, VexEntitySet& entities)
+{
+    VexFreeEnds ends(entities);
+    for (bool goesOn = true; goesOn;) {
+        goesOn = false;
+        for (std::size_t from = 0; const auto place = joinNext(polyline, ends, from);) {
+            entities.erase(ends.take(*place));
+            from = *place + 1;
+            goesOn = true;
+        }
+    }
 }
 
 } // namespace
@@ -142,7 +153,7 @@ bool changeStartRecorded(CVexDbPolyline& polyline, unsigned vertex)
 
 bool insertRecorded(CVexDbPolyline& polyline, unsigned before, const CVexGePoint2d& point)
 {
-    const bool done = polyline.AddVertexAt(before, point, 0.0, kNoWidth, kNoWidth);
+    const bool done = polyline.AddVertexAt(before, point, 0.0);
     if (done) {
         VexPolylineRecords(polyline).added(before);
     }
@@ -170,22 +181,6 @@ bool flipRecorded(CVexDbPolyline& polyline, unsigned segment)
     return polyline.SetBulgeAt(segment, std::fabs(before) > kGeStraightBulge ? 0.0 : kShallowBulge);
 }
 
-void addRecorded(CVexDbEntity* entity)
-{
-    if (entity == nullptr) {
-        return;
-    }
-    CVexDbObjectId id;
-    entity->database()->addEntity(entity, id);
-    recordEdit(*entity, undoEditOf(*entity, kUndoCreate));
-}
-
-void eraseRecorded(CVexDbEntity& entity)
-{
-    recordEdit(entity, undoEditOf(entity, kUndoErase));
-    entity.setErased(); // only the bit: undo brings the object back
-}
-
 CVexDbPolyline* CVexCommandHandler::CommandBreakPolyline(CVexDbPolyline* polyline, int index,
                                                          bool /*group*/)
 {
@@ -202,8 +197,10 @@ CVexDbPolyline* CVexCommandHandler::CommandBreakPolyline(CVexDbPolyline* polylin
         openAtStart(*polyline, records);
     }
     std::unique_ptr<CVexDbPolyline> tail = tailOf(*polyline, first);
-    for (unsigned i = first + 1; i < polyline->NumVerts(); ++i) {
-        records.removed(first + 1, polyline->gePolyline(), i);
+    const CVexGePolyline2d& chain = polyline->gePolyline();
+    for (unsigned i = first + 1; i < chain.numVerts(); ++i) {
+        records.bulge(first + 1, chain.getBulgeAt(i)); // two each, whatever the segment is
+        records.removed(first + 1, chain.vertices()[i]);
     }
     polyline->RemoveVertexAt(index + 1, static_cast<int>(polyline->NumVerts()) - 1);
     // The bulge of the segment that went would be the closing one, should the rest be closed.
@@ -219,9 +216,7 @@ int CVexCommandHandler::CommandJoinPolyline(CVexDbPolyline* polyline, VexEntityS
 {
     if (polyline->NumVerts() > 0) {
         const VexUndoGroup step(m_database->undoHandler());
-        // Again and again: what meets no end yet may meet the end that another one has brought.
-        while (joinOnce(*polyline, entities)) {
-        }
+        joinAll(*polyline, entities);
     }
     polyline->setGripPoints();
     return InputPoint;

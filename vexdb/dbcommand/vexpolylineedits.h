@@ -3,7 +3,6 @@
 #include "platform/base/vexexport.h"
 #include "vexge/gemath/vexgepoint2d.h"
 
-class CVexDbEntity;
 class CVexDbPolyline;
 
 // Edits of a polyline of the drawing as the commands and the popup menu do them: recorded for undo,
@@ -23,8 +22,3 @@ VEXDB_EXPORT bool insertRecorded(CVexDbPolyline& polyline, unsigned before,
 VEXDB_EXPORT bool removeRecorded(CVexDbPolyline& polyline, unsigned vertex);
 /// Makes an arc segment straight, and a straight one a shallow arc.
 VEXDB_EXPORT bool flipRecorded(CVexDbPolyline& polyline, unsigned segment);
-
-/// Puts a new entity into its drawing, which owns it then; nothing for null.
-VEXDB_EXPORT void addRecorded(CVexDbEntity* entity);
-/// Sets the erased bit.
-VEXDB_EXPORT void eraseRecorded(CVexDbEntity& entity);

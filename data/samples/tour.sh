@@ -28,10 +28,11 @@ if ! diff <(sed 's/"id":[0-9]*//' "$out/piperack.jsonl") <(sed 's/"id":[0-9]*//'
 fi
 echo "every object came back as it was saved"
 
-say "picturing it"
+say "picturing it: the sheet, and the loop with its valves and the platform"
 "$vextool" render "$out/piperack.zpl" -o "$out/piperack.png" --size 1600 1130
 "$vextool" render "$out/piperack.zpl" -o "$out/piperack.svg" --size 420 297 --scale 1:1
-ls -l "$out"/piperack.{png,svg} | awk '{ print $NF ", " $5 " bytes" }'
+"$vextool" render "$out/piperack.zpl" -o "$out/loop.png" --size 1600 1100 --window 190 50 410 200
+ls -l "$out"/piperack.{png,svg} "$out/loop.png" | awk '{ print $NF ", " $5 " bytes" }'
 
 say "printing it on A3: 100 units are 100 millimetres of paper"
 "$vextool" render "$out/piperack.zpl" -o "$out/piperack.pdf" --size 420 297 --scale 1:1

@@ -93,9 +93,9 @@ void addRun(CLI::App& app, Options& options)
     CLI::App* sub = subcommand(app, "run", "Play what a person would type, and save the drawing",
                                "run lines.scr -o lines.zpl",
                                "run lines.scr -i pipes.zpl -o more.zpl --png more.png -v");
-    sub->add_option(
-           "script", options.script,
-           "Text file, a line an answer; ';' begins a comment, '@' a mouse, key or layer action")
+    sub->add_option("script", options.script,
+                    "Text file, a line an answer; ';' begins a comment, '@' a mouse, key, menu or "
+                    "layer action")
         ->required()
         ->type_name("FILE");
     sub->add_option("-i,--input", options.input, "Drawing to begin with (default: a new one)")

@@ -55,6 +55,30 @@ TEST_F(RunTest, PlaysThePipeRackAsItIsDrawnTrimmedAndCopied)
     EXPECT_NE(dump.find(R"("center":[40.5985,50.0364)"), std::string::npos);
 }
 
+TEST_F(RunTest, PlaysThePolylinesOfThePipeRackAsTheyAreRoundedOffsetAndBroken)
+{
+    const std::string samples = VEX_SAMPLES;
+    ASSERT_EQ(run("new layers.zpl --from '" + samples + "/piperack.jsonl'").code, 0);
+    ASSERT_EQ(run("run '" + samples + "/piperack.scr' -i layers.zpl -o a.zpl").code, 0);
+    const std::string dump = run("dump a.zpl").out;
+    const auto count = [&](const std::string& part) {
+        int found = 0;
+        for (auto at = dump.find(part); at != std::string::npos; at = dump.find(part, at + 1)) {
+            ++found;
+        }
+        return found;
+    };
+    EXPECT_EQ(count(R"("kind":"polyline")"), 32);
+    EXPECT_EQ(count(R"("fill":true)"), 3); // two valves and half a needle
+    // The loop between two breaks, rounded by 5 and set off by 1.5; the edges of the run, extended
+    // to the shell, 18 about (348, 72).
+    EXPECT_EQ(count(R"([{"point":[263.0,115.5],"bulge":0.4142135)"), 1);
+    EXPECT_EQ(count(R"({"point":[293.0,115.5]}],"closed":false)"), 1);
+    EXPECT_EQ(count(R"({"point":[330.0626088853)"), 2);
+    // The edge that the slips of the pen were on, as it was before them.
+    EXPECT_EQ(count(R"([{"point":[30.0,202.0]},{"point":[330.0,202.0],"bulge":0.4142135)"), 1);
+}
+
 TEST_F(RunTest, EchoesPromptsAndHistoryOnStandardErrorWhenAsked)
 {
     write("a.scr", "line\n1,1\n2,2\n\n");

@@ -23,6 +23,31 @@ TEST_F(SessionTest, APromptForATypedAnswerHasExactlyOneColonAndABlankBehindIt)
     }
 }
 
+/// The keys that a prompt offers, as in "[A = arc, O = close]".
+std::wstring keysOffered(const CString& prompt)
+{
+    std::wstring keys;
+    const std::wstring& text = prompt.str();
+    for (std::size_t at = text.find(L" = "); at != std::wstring::npos;
+         at = text.find(L" = ", at + 1)) {
+        keys += text[at - 1];
+    }
+    return keys;
+}
+
+TEST_F(SessionTest, PolylinePromptsOfferTheKeysThatDoSomething)
+{
+    const auto keysAt = [this](int prompt) { return keysOffered(prompts->getPrompt(prompt)); };
+    EXPECT_EQ(L"APUO", keysAt(VexDb::PromptPolylineLine)); // W is taken, and does nothing
+    EXPECT_EQ(L"PLUO", keysAt(VexDb::PromptPolylineArcNext));
+    EXPECT_EQ(L"ALUO", keysAt(VexDb::PromptPolylineArcFirst));
+    EXPECT_EQ(L"OCBJF", keysAt(VexDb::PromptPolylineEdit));
+    EXPECT_EQ(L"YN", keysAt(VexDb::PromptConvertToPolyline));
+    EXPECT_EQ(L"A", keysAt(VexDb::PromptFilletPoint));
+    EXPECT_EQ(L"E", keysAt(VexDb::PromptPolygonCenter));
+    EXPECT_EQ(L"IO", keysAt(VexDb::PromptPolygonMode));
+}
+
 TEST_F(SessionTest, TheCommandFileNamesEveryCommand)
 {
     struct Row {
@@ -61,6 +86,11 @@ TEST_F(SessionTest, TheCommandFileNamesEveryCommand)
         {L"EXTEND", 133},
         {L"TRIM", 134},
         {L"POLYLINEEDIT", 136},
+        {L"pl", 106},
+        {L"apl", 107},
+        {L"pg", 108},
+        {L"st", 109},
+        {L"pe", 136},
         {L"ARCCONTINUE", kHostArcContinue},
         {L"ac", kHostArcContinue},
         {L"ARCPOINTS", kHostArcThreePoints},
@@ -69,6 +99,8 @@ TEST_F(SessionTest, TheCommandFileNamesEveryCommand)
         {L"DIMALIGNED", kHostDimensionFirst + 2},
         {L"UNDO", kHostUndo},
         {L"REDO", kHostRedo},
+        {L"OFFSET", kHostOffset},
+        {L"FILL", kHostFill},
         {L"ZW", kHostZoomWindow},
         {L"GRID", kHostGrid},
         {L"ORTHO", kHostOrtho},

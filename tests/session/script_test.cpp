@@ -43,6 +43,14 @@ TEST_F(ScriptTest, MouseActionsArePositionsInTheDrawing)
     EXPECT_POINT(20.0, 30.0, lines()[0]->EndPoint());
 }
 
+TEST_F(ScriptTest, APositionMayHaveASignAnExponentAndABlankBehindItsComma)
+{
+    EXPECT_TRUE(plays({L"LINE", L"@click +10, 1e1", L"@click 2e+1, 30.5", L"@key Escape"}));
+    ASSERT_EQ(1u, lines().size());
+    EXPECT_POINT(10.0, 10.0, lines()[0]->StartPoint());
+    EXPECT_POINT(20.0, 30.5, lines()[0]->EndPoint());
+}
+
 TEST_F(ScriptTest, AGripIsDraggedByPressAndRelease)
 {
     CVexDbLine* const line = addLine(10, 10, 20, 10);
@@ -113,6 +121,8 @@ TEST_F(ScriptTest, RefusedLinesSayWhy)
         {{L"@click"}, L"1: @click wants a position x,y"},
         {{L"@click 1;2"}, L"1: @click wants a position x,y"},
         {{L"@click 1,2 3"}, L"1: @click wants a position x,y"},
+        {{L"@click 1,"}, L"1: @click wants a position x,y"},
+        {{L"@click 10,10mm"}, L"1: @click wants a position x,y"},
         {{L"@click 900,10"}, L"1: the position lies outside the view"},
         {{L"@key Hyper"}, L"1: there is no key of that name"},
         {{L"@layer Nowhere"}, L"1: there is no layer of that name"},

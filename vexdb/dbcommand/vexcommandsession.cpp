@@ -239,7 +239,7 @@ CString findMessageFile()
     _GetModulePath(program);
     const CString folder = program.Left(program.ReverseFind(L'/'));
     for (const wchar_t* place : {L"/vexdb.msg", L"/../share/vexdblib/vexdb.msg"}) {
-        const CString path = folder + place;
+        CString path = folder + place;
         if (CFileFind find; find.FindFile(path) && !find.IsDirectory()) {
             return path;
         }

@@ -30,6 +30,8 @@ enum HostCommand : unsigned long {
     kHostRedo = 2002,
     kHostSelectAll = 2003,
     kHostClearSelection = 2004,
+    kHostOffset = 2005,
+    kHostFill = 2006,
     kHostZoomExtents = 2010,
     kHostZoomAll = 2011,
     kHostZoomIn = 2012,
@@ -108,6 +110,10 @@ public:
     void redo();
     /// Erases the selection, one undo step; false when nothing is selected.
     bool eraseSelected();
+    /// Asks for a distance, then for curves and the sides that their parallels go to.
+    void offsetCurves();
+    /// Asks for closed polylines and fills them, or empties those that are filled.
+    void fillOutlines();
     void selectAll();
     void clearSelection();
     /// What is drawn from here on goes onto the layer of this name; false when there is none.
@@ -142,6 +148,8 @@ private:
     void pan(CPoint device);
     bool toggleSetting(unsigned long number);
     void addResult(CVexDbEntity* entity);
+    bool askOffsetDistance();
+    bool askEntity(const wchar_t* prompt, CVexDbEntity*& entity);
     void finish();
     void flushLine();
     void press(CPoint device);
@@ -165,6 +173,7 @@ private:
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true); // tells a request's caller
     CString m_line;                 // the message line as this session left it
     std::size_t m_promptLength = 0; // characters of it that are not the person's
+    double m_offsetDistance = 1.0;  // the last one, drawing units
     int m_depth = 0;                // calls into this session on the stack
     bool m_quitAsked = false;
     bool m_viewTracking = false; // zoom window or pan runs

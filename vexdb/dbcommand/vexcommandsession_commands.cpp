@@ -150,6 +150,14 @@ bool CVexCommandSession::runEdit(unsigned long number)
     case kHostRedo: redo(); return true;
     case kHostSelectAll: selectAll(); return true;
     case kHostClearSelection: clearSelection(); return true;
+    case kHostOffset:
+        offsetCurves();
+        finish();
+        return true;
+    case kHostFill:
+        fillOutlines();
+        finish();
+        return true;
     default: return false;
     }
 }

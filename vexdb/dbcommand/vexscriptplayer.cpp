@@ -50,6 +50,7 @@ CVexScriptPlayer::CVexScriptPlayer(CVexCommandSession& session)
 
 CVexScriptPlayer::~CVexScriptPlayer()
 {
+    dropMenu();
     if (!m_over && !m_sessionAlive.expired()) {
         m_session.setFeed({});
     }
@@ -162,6 +163,7 @@ bool CVexScriptPlayer::finishAnswer()
 {
     m_answering = false;
     const CString fault = faultOfAnswer();
+    dropMenu();
     if (fault.IsEmpty()) {
         return true;
     }
@@ -263,6 +265,9 @@ CString CVexScriptPlayer::faultOfAnswer() const
         return L"a message appeared: " + lastBox();
     }
     const bool refused = now.refusals != m_answerMark.refusals;
+    if (m_menuWaits && !m_menu.isChosen) {
+        return L"no menu with such a row came up";
+    }
     if (!m_typed) {
         return refused ? L"it was refused" : L"";
     }
@@ -277,6 +282,14 @@ CString CVexScriptPlayer::faultOfAnswer() const
         return L"no input took it";
     }
     return refused ? L"it is not a valid answer" : L"";
+}
+
+/// From here on menus are the person's again.
+void CVexScriptPlayer::dropMenu()
+{
+    if (std::exchange(m_menuWaits, false)) {
+        CVexBackend::current().setScriptedMenu(nullptr);
+    }
 }
 
 void CVexScriptPlayer::refuse(const CString& why)
@@ -310,6 +323,7 @@ void CVexScriptPlayer::end()
         return;
     }
     m_over = true;
+    dropMenu();
     m_session.setFeed({});
     // Behind the command that still waits, which is cancelled by this.
     m_session.whenIdle(

@@ -2,6 +2,7 @@
 
 #include "platform/base/cstring.h"
 #include "platform/base/vexexport.h"
+#include "platform/window/vexbackend.h"
 #include "platform/window/vexmessage.h"
 
 #include <cstddef>
@@ -22,6 +23,8 @@ class CVexCommandSession;
 ///   @click x,y    @rclick x,y    @move x,y     a position in drawing units
 ///   @press x,y    @release x,y                 the two halves of a drag
 ///   @key Escape   @key F4   @key Left ...      a key by its name, or a letter
+///   @menu x,y ROW   @menu x,y ROW = TEXT       a row of the popup menu of the grip there, and what
+///                                              the question behind it is answered
 /// and what a program's panels offer beside them:
 ///   @layer NAME                                what comes goes onto that layer
 ///
@@ -86,6 +89,8 @@ private:
     bool beginAction(const CString& line);
     bool setLayer(const CString& name);
     bool beginMouse(const CString& name, const CString& arguments);
+    bool beginMenu(const CString& arguments);
+    void dropMenu();
     bool beginKey(const CString& name);
     void addKey(unsigned key, wchar_t character);
     void post(const Step& step);
@@ -112,6 +117,8 @@ private:
     bool m_answering = false;
     bool m_typed = false;        // a word, not an action
     bool m_wantsClosing = false; // Enter or a blank comes when the word is typed
+    VexScriptedMenu m_menu;      // of @menu
+    bool m_menuWaits = false;
     Mark m_answerMark;
     Mark m_keyMark;
     CString m_history; // as it was echoed

@@ -1,4 +1,5 @@
 #include "platform/base/crect.h"
+#include "platform/base/vextext.h"
 #include "platform/window/cwnd.h"
 #include "vexdb/dbcommand/vexcommandsession.h"
 #include "vexdb/dbcommand/vexscriptplayer.h"
@@ -7,11 +8,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cwchar>
+#include <charconv>
 #include <optional>
-#include <span>
+#include <string>
+#include <system_error>
 
 namespace {
+
+constexpr const wchar_t* kMenuAction = L"@menu";
 
 /// What an action with a position sends behind its mouse move.
 struct MouseAction {
@@ -23,6 +27,7 @@ struct MouseAction {
 constexpr std::array kMouseActions = {
     MouseAction{L"@click", WM_LBUTTONDOWN, WM_LBUTTONUP},
     MouseAction{L"@rclick", WM_RBUTTONDOWN, WM_RBUTTONUP},
+    MouseAction{kMenuAction, WM_RBUTTONDOWN, WM_RBUTTONUP},
     MouseAction{L"@move", 0, 0},
     MouseAction{L"@press", WM_LBUTTONDOWN, 0},
     MouseAction{L"@release", WM_LBUTTONUP, 0},
@@ -72,28 +77,40 @@ std::optional<NamedKey> keyNamed(const CString& name)
         upper.MakeUpper();
         return NamedKey{L"", static_cast<unsigned>(upper[0]), name[0]};
     }
-    const int number = static_cast<int>(std::wcstol(name.Mid(1), nullptr, 10));
+    const int number = toInteger(name.Mid(1).str());
     if ((name[0] == L'F' || name[0] == L'f') && number >= 1 && number <= kMostFunctionKeys) {
         return NamedKey{L"", VK_F1 + static_cast<unsigned>(number) - 1, 0};
     }
     return std::nullopt;
 }
 
+/// The number that all of `text` is; whatever the locale, unlike by the C library.
+std::optional<double> numberOf(CString text)
+{
+    const std::string plain = text.Trim().utf8();
+    const char* const end = plain.data() + plain.size();
+    const char* const start = plain.data() + (plain.starts_with('+') ? 1 : 0);
+    double value = 0.0;
+    const auto [behind, fault] = std::from_chars(start, end, value);
+    if (fault != std::errc() || behind != end) {
+        return std::nullopt;
+    }
+    return value;
+}
+
 /// "x,y", with nothing behind it.
 std::optional<CVexGePoint2d> positionOf(const CString& text)
 {
-    wchar_t* end = nullptr;
-    const wchar_t* const start = text.GetString();
-    const double x = std::wcstod(start, &end);
-    if (end == start || *end != L',') {
+    const int comma = text.Find(L',');
+    if (comma < 0) {
         return std::nullopt;
     }
-    const wchar_t* const second = end + 1;
-    const double y = std::wcstod(second, &end);
-    if (end == second || *end != L'\0') {
+    const std::optional<double> x = numberOf(text.Left(comma));
+    const std::optional<double> y = numberOf(text.Mid(comma + 1));
+    if (!x || !y) {
         return std::nullopt;
     }
-    return CVexGePoint2d(x, y);
+    return CVexGePoint2d(*x, *y);
 }
 
 } // namespace
@@ -108,6 +125,9 @@ bool CVexScriptPlayer::beginAction(const CString& line)
     arguments.Trim();
     if (name == L"@layer") {
         return setLayer(arguments);
+    }
+    if (name == kMenuAction) {
+        return beginMenu(arguments);
     }
     return name == L"@key" ? beginKey(arguments) : beginMouse(name, arguments);
 }
@@ -148,6 +168,29 @@ bool CVexScriptPlayer::beginMouse(const CString& name, const CString& arguments)
             m_steps.push_back({message, 0, at});
         }
     }
+    return true;
+}
+
+bool CVexScriptPlayer::beginMenu(const CString& arguments)
+{
+    const int blank = arguments.Find(L' ');
+    CString row = blank < 0 ? CString() : arguments.Mid(blank);
+    if (row.Trim().IsEmpty()) {
+        refuse(L"@menu wants a position x,y and a row");
+        return false;
+    }
+    if (!beginMouse(kMenuAction, arguments.Left(blank))) {
+        return false;
+    }
+    m_menu = {};
+    if (const int equals = row.Find(L'='); equals >= 0) {
+        CString text = row.Mid(equals + 1);
+        m_menu.text = text.Trim();
+        row = row.Left(equals);
+    }
+    m_menu.row = row.Trim();
+    m_menuWaits = true;
+    CVexBackend::current().setScriptedMenu(&m_menu);
     return true;
 }
 

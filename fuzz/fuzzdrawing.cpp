@@ -1,12 +1,17 @@
 #include "fuzz/fuzzdrawing.h"
 
 #include "platform/headless/vexrecordingdc.h"
-#include "vexdb/dbobject/dbentity/vexdbentity.h"
+#include "vexdb/dbcommand/vexentityedits.h"
+#include "vexdb/dbcommand/vexpolylineedits.h"
+#include "vexdb/dbcommand/vexundohandler.h"
+#include "vexdb/dbobject/dbentity/vexdbline.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 #include "vexdb/vexdbdatabase.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 // Read by the sanitizer when it starts: deep allocation traces would take most of the time.
 extern "C" const char* __asan_default_options();
@@ -67,6 +72,60 @@ void exerciseDrawing(CVexDbDatabase& drawing)
     requireWhole(drawing);
 }
 
+namespace {
+
+constexpr std::size_t kMostEdited = 3;  // polylines
+constexpr unsigned kMostVertices = 200; // of those
+constexpr unsigned kMostOffsetVertices = 20;
+
+void edit(CVexDbPolyline& polyline)
+{
+    require(polyline.vertexProperties(polyline.NumVerts() / 2).size() > 0, "a polyline has rows");
+    flipRecorded(polyline, 0);
+    polyline.DivideSegment(3, static_cast<int>(polyline.NumVerts()) - 1, false);
+    polyline.Fillet(1, 2.0, 0.1);
+    polyline.Fillet(0.5);
+    openRecorded(polyline);
+    closeRecorded(polyline);
+    changeStartRecorded(polyline, 1);
+    reverseRecorded(polyline);
+    if (polyline.NumVerts() < kMostOffsetVertices) {
+        std::list<CVexDbPolyline*> offsets;
+        polyline.Offset({1.0, 2.0}, offsets, 3.0, true);
+        for (CVexDbPolyline* made : offsets) {
+            delete made;
+        }
+    }
+    CVexDbLine cutter({-50.0, 7.0}, {90.0, 11.0});
+    std::vector<CVexDbEntity*> cutters = {&cutter};
+    CVexGePoint2d at(20.0, 5.0);
+    polyline.Extend(at, cutters, kGeEpsilon);
+    addRecorded(polyline.Trim(at, cutters, kGeEpsilon));
+    polyline.Explode();
+}
+
+} // namespace
+
+void editPolylines(CVexDbDatabase& drawing)
+{
+    std::vector<CVexDbPolyline*> polylines;
+    for (const CVexDbObjectId& id : *drawing.displays().getCurrentRecord()->displayedIdSet()) {
+        CVexDbObject* const object = id.getPObject();
+        if (object->classType() == VexDb::kPolyline && polylines.size() < kMostEdited) {
+            polylines.push_back(static_cast<CVexDbPolyline*>(object));
+        }
+    }
+    for (CVexDbPolyline* polyline : polylines) {
+        if (polyline->NumVerts() < kMostVertices) {
+            edit(*polyline);
+        }
+    }
+    requireWhole(drawing);
+    while (drawing.undoHandler().Undo()) {
+    }
+    requireWhole(drawing);
+}
+
 void requireSavesWhole(CVexDbDatabase& drawing)
 {
     CVexDbDatabase again(false);
@@ -82,4 +141,5 @@ void exerciseFile(const std::vector<std::byte>& file)
     require(good || drawing.lastReport().faultCount > 0, "a refused file has a fault");
     exerciseDrawing(drawing);
     requireSavesWhole(drawing);
+    editPolylines(drawing);
 }

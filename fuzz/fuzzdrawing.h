@@ -40,5 +40,8 @@ std::vector<std::byte> savedDrawing(CVexDbDatabase& drawing);
 void exerciseFile(const std::vector<std::byte>& file);
 /// Saves the drawing and reads that again, which must find nothing wrong.
 void requireSavesWhole(CVexDbDatabase& drawing);
+/// Edits the first polylines of a drawing, whatever they are made of, by all that a polyline can,
+/// and takes it back.
+void editPolylines(CVexDbDatabase& drawing);
 /// Checks, draws and queries a drawing that stands already.
 void exerciseDrawing(CVexDbDatabase& drawing);

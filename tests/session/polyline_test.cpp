@@ -92,6 +92,55 @@ TEST_F(PolylineScriptTest, EditingGoesStepByStepThereAndBack)
     EXPECT_TRUE(database->selfCheck().empty());
 }
 
+/// Questions of the polyline commands, as what was typed and clicked before each.
+const std::vector<std::vector<CString>> kQuestions = {
+    {L"PL"},
+    {L"PL", L"0,0"},
+    {L"PL", L"0,0", L"9,0", L"P", L"5,5"},
+    {L"PL", L"0,0", L"9,0", L"A"},
+    {L"APL", L"0,0"},
+    {L"PG"},
+    {L"PG 5", L"9,9"},
+    {L"PG 5", L"9,9", L"I"},
+    {L"PG 5", L"E", L"9,9"},
+    {L"ST 5", L"9,9", L"2"},
+    {L"PE"},
+    {L"PE", L"@click 30,10"},
+    {L"PE", L"@click 30,10", L"B"},
+    {L"PE", L"@click 30,10", L"J", L"@click 105,40"},
+    {L"PE", L"@click 30,10", L"F"},
+    {L"PE", L"@click 30,10", L"F", L"2"},
+    {L"PE", L"@click 105,40"},
+};
+
+TEST_F(PolylineScriptTest, AScriptThatStopsAtAQuestionLeavesNoTrace)
+{
+    plays({L"PL", L"10,10", L"50,10", L"50,40", L"90,40", L""});
+    plays({L"LINE", L"90,40", L"120,40", L""});
+    const std::vector<std::byte> start = bytes();
+    for (std::size_t i = 0; i < kQuestions.size(); ++i) {
+        plays(kQuestions[i]); // its end cancels what waits
+        EXPECT_TRUE(start == bytes()) << i;
+        EXPECT_EQ(2u, undo().undoStack().size()) << i;
+        EXPECT_TRUE(database->selfCheck().empty()) << i;
+        EXPECT_EQ(nullptr, GetCapture()) << i;
+    }
+}
+
+TEST_F(PolylineScriptTest, TheDrawingMayBeClosedAtAnyQuestion)
+{
+    for (std::size_t i = 0; i < kQuestions.size(); ++i) {
+        plays({L"PL", L"10,10", L"50,10", L"50,40", L"90,40", L""});
+        plays({L"LINE", L"90,40", L"120,40", L""});
+        CVexScriptPlayer player(*session);
+        player.start(kQuestions[i], [this] { close(); });
+        run();
+        EXPECT_EQ(nullptr, database) << i;
+        EXPECT_EQ(nullptr, GetCapture()) << i;
+        open();
+    }
+}
+
 TEST_F(PolylineScriptTest, AVertexAndTheMiddleOfAnArcAreDragged)
 {
     plays({L"PL", L"10,10", L"50,10", L"50,40", L""});

@@ -1,4 +1,5 @@
 #include "bench/growth.h"
+#include "bench/qtwindow.h"
 #include "platform/headless/vexheadless.h"
 #include "platform/qt/vexqteventbackend.h"
 #include "platform/qt/vexqtimagedc.h"
@@ -7,10 +8,7 @@
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/vexdbdatabase.h"
 
-#include <QApplication>
 #include <QImage>
-#include <QKeyEvent>
-#include <QMouseEvent>
 
 #include <algorithm>
 #include <array>
@@ -265,62 +263,6 @@ void bandHeadless(benchmark::State& state)
     CVexBackend::install(nullptr);
 }
 
-/// One application for the whole run, on a platform that needs no display. It is not destroyed: at
-/// the very end Qt's own statics are gone before it.
-void startApplication()
-{
-    static std::array<char, 6> name{"bench"};
-    static std::array<char*, 2> arguments{name.data(), nullptr};
-    static int count = 1;
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    static const auto* const application = new QApplication(count, arguments.data());
-    static_cast<void>(application);
-}
-
-/// Moves the pointer over a widget as soon as the last move is on the screen, then presses Escape.
-class Hand : public QObject {
-public:
-    Hand(QWidget& canvas, int moves) : m_canvas(canvas), m_moves(moves)
-    {
-        canvas.installEventFilter(this);
-        post(QEvent::MouseButtonPress, Qt::LeftButton, onTheWay(0));
-        move();
-    }
-
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint && m_step <= m_moves) {
-            QMetaObject::invokeMethod(
-                this, [this] { move(); }, Qt::QueuedConnection);
-        }
-        return QObject::eventFilter(object, event);
-    }
-
-private:
-    void move()
-    {
-        if (++m_step <= m_moves) {
-            post(QEvent::MouseMove, Qt::NoButton, onTheWay(m_step));
-        } else if (m_step == m_moves + 1) {
-            QCoreApplication::postEvent(
-                &m_canvas, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
-        }
-    }
-    void post(QEvent::Type type, Qt::MouseButton button, CPoint at)
-    {
-        const QPointF local(at.x, at.y);
-        QCoreApplication::postEvent(&m_canvas,
-                                    new QMouseEvent(type, local, m_canvas.mapToGlobal(local),
-                                                    button, button, Qt::NoModifier));
-    }
-
-    QWidget& m_canvas;
-    int m_moves;
-    int m_step = 0;
-};
-
 /// The same in the window: from Qt's mouse event to the end of the paint event that shows the band.
 void bandInWindow(benchmark::State& state)
 {
@@ -347,7 +289,16 @@ void bandInWindow(benchmark::State& state)
         for ([[maybe_unused]] auto turn : state) {
             unsigned long variant = 0;
             const double seconds = secondsOf([&] {
-                const Hand hand(*view.widget(), kPointerMoves);
+                Hand hand(*view.widget(), [&](int step) {
+                    if (step <= kPointerMoves) {
+                        hand.post(QEvent::MouseMove, Qt::NoButton, onTheWay(step));
+                    } else {
+                        hand.press(Qt::Key_Escape);
+                    }
+                    return step <= kPointerMoves;
+                });
+                hand.post(QEvent::MouseButtonPress, Qt::LeftButton, onTheWay(0));
+                hand.takeStep();
                 const std::unique_ptr<CVexDbEntity> made(
                     handler.DoCommand(VexDb::CmdLine, variant));
             });

@@ -1,13 +1,19 @@
 #include "bench/growth.h"
+#include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbcommand/vexundohandler.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
 #include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/vexdbdatabase.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
+#include <malloc.h>
 #include <memory>
+#include <random>
+#include <string>
 #include <vector>
 
 // The edits of one polyline of growing size: pipe runs with a bend at every other segment. Each
@@ -132,9 +138,9 @@ void trim(benchmark::State& state)
         bench.reset();
         std::unique_ptr<CVexDbEntity> rest;
         const double ours =
-            secondsOf([&] { rest.reset(bench.polyline->Trim(pick, cutters, kGeEpsilon)); });
+            cpuSecondsOf([&] { rest.reset(bench.polyline->Trim(pick, cutters, kGeEpsilon)); });
         require(rest != nullptr, "the trim leaves two polylines");
-        comparison.round(ours, secondsOf([&] {
+        comparison.round(ours, cpuSecondsOf([&] {
                              benchmark::DoNotOptimize(plainTrim(bench.run, first, second, pick.x));
                          }));
     }
@@ -152,9 +158,9 @@ void extend(benchmark::State& state)
         bench.reset();
         bool extended = false;
         const double ours =
-            secondsOf([&] { extended = bench.polyline->Extend(pick, boundaries, kGeEpsilon); });
+            cpuSecondsOf([&] { extended = bench.polyline->Extend(pick, boundaries, kGeEpsilon); });
         require(extended, "the end reaches the boundary");
-        comparison.round(ours, secondsOf([&] {
+        comparison.round(ours, cpuSecondsOf([&] {
                              // The way to the pick, over all segments.
                              double length = 0.0;
                              double nearest = 1e300;
@@ -199,10 +205,10 @@ void filletAll(benchmark::State& state, const char* name, double bend)
     Comparison comparison(state, name, static_cast<double>(bench.count));
     for ([[maybe_unused]] auto turn : state) {
         bench.reset();
-        const double ours = secondsOf([&] { bench.polyline->Fillet(1.0); });
+        const double ours = cpuSecondsOf([&] { bench.polyline->Fillet(1.0); });
         require(bench.polyline->NumVerts() == 2 * bench.count - 2, "every corner is rounded");
-        comparison.round(ours,
-                         secondsOf([&] { benchmark::DoNotOptimize(plainFillet(bench.run, 1.0)); }));
+        comparison.round(
+            ours, cpuSecondsOf([&] { benchmark::DoNotOptimize(plainFillet(bench.run, 1.0)); }));
     }
 }
 
@@ -224,7 +230,7 @@ void explode(benchmark::State& state)
         bench.database->undoHandler().clear();
         const Bench plain(state, 0.0);
         const Bench fresh(state, 0.0);
-        comparison.round(secondsOf([&] { fresh.polyline->Explode(); }), secondsOf([&] {
+        comparison.round(cpuSecondsOf([&] { fresh.polyline->Explode(); }), cpuSecondsOf([&] {
                              CVexDbObjectId id;
                              for (std::size_t i = 0; i + 1 < plain.run.size(); ++i) {
                                  const PlainVertex& a = plain.run[i];
@@ -239,54 +245,198 @@ void explode(benchmark::State& state)
     }
 }
 
-// A step of as many records as the polyline has vertices, there and back. The plain form only moves
-// the records from stack to stack.
+// A step of as many records as the polyline has vertices, there and back. The plain form moves the
+// records from stack to stack and copies the vertices of both shapes.
+double plainStep(const Bench& bench, std::deque<tagUndoEditEntity> records)
+{
+    return cpuSecondsOf([&] {
+        std::deque<tagUndoEditEntity> moved;
+        std::vector<PlainVertex> vertices;
+        for (; !records.empty(); records.pop_front()) {
+            moved.push_front(records.front());
+        }
+        for (const PlainVertex& vertex : bench.run) {
+            vertices.push_back(vertex);
+        }
+        benchmark::DoNotOptimize(vertices.data());
+        benchmark::DoNotOptimize(moved);
+    });
+}
+
+/// Undo and redo of `edit`, each a comparison of its own.
 template <class Edit>
-void undoStep(benchmark::State& state, const char* name, const Edit& edit)
+void undoStep(benchmark::State& state, const std::string& name, bool redo, const Edit& edit)
 {
     const Bench bench(state);
     CVexUndoHandler& undo = bench.database->undoHandler();
     bench.reset();
     edit(bench);
     const std::size_t records = undo.undoStack().size();
-    Comparison comparison(state, name, static_cast<double>(bench.count));
+    const CVexGePolyline2d edited = bench.polyline->gePolyline();
+    Comparison comparison(state, (redo ? "redo of " : "undo of ") + name,
+                          static_cast<double>(bench.count));
     for ([[maybe_unused]] auto turn : state) {
-        const double ours = secondsOf([&] {
-            undo.Undo();
-            undo.Redo();
-        });
+        const double plain = plainStep(bench, undo.undoStack());
+        const double back = cpuSecondsOf([&] { undo.Undo(); });
+        require(bench.polyline->gePolyline() == bench.geometry, "undo gives the shape back");
+        const double forth = cpuSecondsOf([&] { undo.Redo(); });
+        require(bench.polyline->gePolyline() == edited, "redo gives the edited shape back");
         require(undo.undoStack().size() == records, "all of it is one step");
-        std::deque<tagUndoEditEntity> from = undo.undoStack();
-        std::deque<tagUndoEditEntity> to;
-        comparison.round(ours, secondsOf([&] {
-                             for (; !from.empty(); from.pop_front()) {
-                                 to.push_front(from.front());
-                             }
-                             for (; !to.empty(); to.pop_front()) {
-                                 from.push_front(to.front());
-                             }
-                         }));
+        comparison.round(redo ? forth : back, plain);
+    }
+    state.counters["records"] = static_cast<double>(records);
+}
+
+// Almost all of it goes, behind the cut or before it: then every vertex returns to the front.
+void trimTail(const Bench& bench)
+{
+    CVexDbLine cutter({0.02 * bench.width(), -50}, CVexGePoint2d(0.02 * bench.width(), 50));
+    std::vector<CVexDbEntity*> cutters = {&cutter};
+    CVexGePoint2d pick(bench.width(), 0);
+    bench.polyline->Trim(pick, cutters, kGeEpsilon);
+}
+
+void trimHead(const Bench& bench)
+{
+    CVexDbLine cutter({0.98 * bench.width(), -50}, CVexGePoint2d(0.98 * bench.width(), 50));
+    std::vector<CVexDbEntity*> cutters = {&cutter};
+    CVexGePoint2d pick(0, 0);
+    bench.polyline->Trim(pick, cutters, kGeEpsilon);
+}
+
+void breakApart(const Bench& bench)
+{
+    const VexUndoGroup step(bench.database->undoHandler());
+    const std::unique_ptr<CVexDbPolyline> rest(
+        bench.database->commandHandler().CommandBreakPolyline(
+            bench.polyline, static_cast<int>(bench.count / 50), true));
+}
+
+void filletCorners(const Bench& bench)
+{
+    bench.polyline->Fillet(1.0);
+}
+
+/// Every segment in two, from the last to the first.
+void divideAll(const Bench& bench)
+{
+    const VexUndoGroup step(bench.database->undoHandler());
+    for (auto segment = static_cast<int>(bench.count) - 1; segment-- > 0;) {
+        bench.polyline->DivideSegment(2, segment, false);
     }
 }
 
-void undoTrim(benchmark::State& state)
+/// The pieces of the run as lines, in the drawing and in a set, some of them in disorder.
+struct Pieces {
+    Pieces(const Bench& bench, bool shuffled, bool backwards)
+    {
+        std::vector<std::size_t> order;
+        for (std::size_t i = 1; i + 1 < bench.count; ++i) {
+            order.push_back(backwards ? bench.count - 1 - i : i);
+        }
+        if (shuffled) {
+            std::shuffle(order.begin(), order.end(), std::mt19937(31));
+        }
+        for (const std::size_t i : order) {
+            auto line = std::make_unique<CVexDbLine>(bench.database.get());
+            line->set({bench.run[i].x, bench.run[i].y}, {bench.run[i + 1].x, bench.run[i + 1].y});
+            CVexDbLine* const added = line.get();
+            CVexDbObjectId id;
+            bench.database->addEntity(line.release(), id);
+            set.insert(added);
+        }
+    }
+    VexEntitySet set;
+};
+
+/// A polyline of the first (or last) segment joins all others, which are lines of the drawing.
+void joinPieces(benchmark::State& state, const char* name, bool shuffled, bool backwards)
 {
-    undoStep(state, "undo of a trim", [](const Bench& bench) {
-        CVexDbLine cutter({0.02 * bench.width(), -50}, CVexGePoint2d(0.02 * bench.width(), 50));
-        std::vector<CVexDbEntity*> cutters = {&cutter};
-        CVexGePoint2d pick(bench.width(), 0);
-        bench.polyline->Trim(pick, cutters, kGeEpsilon);
-    });
+    Comparison comparison(state, name, static_cast<double>(state.range(0)));
+    double back = 0.0;
+    double forth = 0.0;
+    for ([[maybe_unused]] auto turn : state) {
+        const Bench bench(state, 0.0);
+        CVexUndoHandler& undo = bench.database->undoHandler();
+        Pieces pieces(bench, shuffled, backwards);
+        const std::size_t seed = backwards ? bench.count - 2 : 0;
+        const auto pointOf = [&](std::size_t i) {
+            return CVexGePoint2d(bench.run[i].x, bench.run[i].y);
+        };
+        bench.polyline->SetVertexes({pointOf(seed), pointOf(seed + 1)}, false);
+        if (backwards) { // the first piece is the one that the polyline is
+            CVexDbLine* const first = new CVexDbLine(bench.database.get());
+            first->set(pointOf(0), pointOf(1));
+            CVexDbObjectId id;
+            bench.database->addEntity(first, id);
+            pieces.set.insert(first);
+            std::erase_if(pieces.set, [&](CVexDbEntity* piece) {
+                return static_cast<CVexDbLine*>(piece)->StartPoint() == pointOf(seed);
+            });
+        }
+        undo.clear();
+        const double ours = cpuSecondsOf([&] {
+            bench.database->commandHandler().CommandJoinPolyline(bench.polyline, pieces.set, true);
+        });
+        require(bench.polyline->NumVerts() == bench.count, "every piece is joined");
+        comparison.round(ours, plainStep(bench, undo.undoStack()));
+        back = cpuSecondsOf([&] { undo.Undo(); });
+        require(bench.polyline->NumVerts() == 2, "the pieces are back");
+        forth = cpuSecondsOf([&] { undo.Redo(); });
+        require(bench.polyline->NumVerts() == bench.count, "they are joined again");
+    }
+    const auto items = static_cast<double>(state.range(0));
+    state.counters["undo_ns_each"] = back * 1e9 / items;
+    state.counters["redo_ns_each"] = forth * 1e9 / items;
 }
 
-void undoFillet(benchmark::State& state)
+void undoExplode(benchmark::State& state)
 {
-    undoStep(state, "undo of a fillet", [](const Bench& bench) { bench.polyline->Fillet(1.0); });
+    Comparison comparison(state, "undo of explode", static_cast<double>(state.range(0)));
+    for ([[maybe_unused]] auto turn : state) {
+        const Bench bench(state, 0.0);
+        CVexUndoHandler& undo = bench.database->undoHandler();
+        bench.polyline->Explode();
+        const double plain = plainStep(bench, undo.undoStack());
+        const double back = cpuSecondsOf([&] { undo.Undo(); });
+        require(undo.undoStack().empty(), "it is one step");
+        comparison.round(back, plain);
+        const double forth = cpuSecondsOf([&] { undo.Redo(); });
+        state.counters["redo_ns_each"] = forth * 1e9 / static_cast<double>(bench.count);
+    }
+}
+
+/// What a polyline of ten vertices takes, as its drawing keeps it and as a file does.
+void memory(benchmark::State& state)
+{
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::vector<PlainVertex> run = plainRun(10, kBend);
+    CVexGePolyline2d chain;
+    chain.setSize(10);
+    for (const PlainVertex& vertex : run) {
+        chain.appendVertex({vertex.x, vertex.y}, vertex.bulge);
+    }
+    for ([[maybe_unused]] auto turn : state) {
+        CVexDbDatabase database(false);
+        const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
+        for (std::size_t i = 0; i < count; ++i) {
+            auto polyline = std::make_unique<CVexDbPolyline>(0, &database);
+            polyline->SetGeometry(chain);
+            CVexDbObjectId id;
+            database.addEntity(polyline.release(), id);
+        }
+        const std::size_t after = mallinfo2().uordblks + mallinfo2().hblkhd;
+        state.counters["heap_bytes_each"] =
+            static_cast<double>(after - before) / static_cast<double>(count);
+    }
+    state.counters["object_bytes"] = static_cast<double>(sizeof(CVexDbPolyline));
+    state.counters["vertex_bytes"] =
+        static_cast<double>(sizeof(CVexGePoint2d) + 3 * sizeof(double));
 }
 
 void sizes(benchmark::internal::Benchmark* bench)
 {
-    bench->Arg(1000)->Arg(10000)->Arg(100000)->UseManualTime()->Iterations(5);
+    bench->Arg(1000)->Arg(10000)->Arg(100000)->UseManualTime()->Iterations(9);
 }
 
 BENCHMARK(trim)->Apply(sizes);
@@ -294,7 +444,36 @@ BENCHMARK(extend)->Apply(sizes);
 BENCHMARK(filletLines)->Apply(sizes);
 BENCHMARK(filletArcs)->Apply(sizes);
 BENCHMARK(explode)->Apply(sizes);
-BENCHMARK(undoTrim)->Arg(1000)->Arg(10000)->UseManualTime()->Iterations(3);
-BENCHMARK(undoFillet)->Arg(1000)->Arg(10000)->UseManualTime()->Iterations(3);
+BENCHMARK_CAPTURE(undoStep, undoTrimTail, "a trim of the tail", false, trimTail)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, redoTrimTail, "a trim of the tail", true, trimTail)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, undoTrimHead, "a trim of the head", false, trimHead)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, redoTrimHead, "a trim of the head", true, trimHead)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, undoBreak, "a break", false, breakApart)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, redoBreak, "a break", true, breakApart)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, undoFillet, "a fillet", false, filletCorners)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, redoFillet, "a fillet", true, filletCorners)->Apply(sizes);
+BENCHMARK_CAPTURE(undoStep, undoDivide, "a division", false, divideAll)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->UseManualTime()
+    ->Iterations(5);
+BENCHMARK(undoExplode)->Apply(sizes);
+BENCHMARK_CAPTURE(joinPieces, inOrder, "join in order", false, false)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->UseManualTime()
+    ->Iterations(2);
+BENCHMARK_CAPTURE(joinPieces, atTheFront, "join at the front", false, true)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->UseManualTime()
+    ->Iterations(2);
+BENCHMARK_CAPTURE(joinPieces, inDisorder, "join in disorder", true, false)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->UseManualTime()
+    ->Iterations(1);
+BENCHMARK(memory)->Arg(10000)->Iterations(1);
 
 } // namespace

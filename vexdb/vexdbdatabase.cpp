@@ -152,7 +152,7 @@ void CVexDbDatabase::reclaim(const CVexDbObject& object)
             continue;
         }
         if (auto back = keeper->m_retired.extract(&object)) {
-            back.mapped().release();
+            static_cast<void>(back.mapped().release()); // its new owner has it
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "platform/base/carchive.h"
 #include "platform/base/crect.h"
 #include "platform/base/cstring.h"
+#include "vexdb/dbobject/dbentity/vexdblogical.h"
 #include "vexdb/dbobject/vexdbblocktable.h"
 #include "vexdb/dbobject/vexdbcolortable.h"
 #include "vexdb/dbobject/vexdbdisplaytable.h"
@@ -55,6 +56,7 @@ public:
     CVexDbDatabase(const CVexDbDatabase&) = delete;
     CVexDbDatabase& operator=(const CVexDbDatabase&) = delete;
 
+    /// Makes the default records of a drawing that has none yet: the constructor's task.
     void InitDatabase(bool paperSpace);
 
     /// Identifiers of the tables.
@@ -122,6 +124,7 @@ public:
     /// Takes ownership and enters the entity in the current block, its view and every index; `id`
     /// gets its identifier. An entity that stands in a block already only gives its identifier.
     void addEntity(CVexDbEntity* entity, CVexDbObjectId& id);
+    /// What addEntity does with an entity of any kind but a hatch, whose boundary comes along.
     void addEntitySub(CVexDbEntity* entity, CVexDbObjectId& id);
     /// The same into another block than the current one.
     void addEntityTo(CVexDbBlockTableRecord& block, CVexDbEntity* entity, CVexDbObjectId& id);
@@ -157,6 +160,7 @@ public:
     [[nodiscard]] CVexDbSpatialIndexes& spatialIndexes() { return *m_spatialIndexes; }
     /// What the running drawing pass changes about every entity.
     [[nodiscard]] CVexDbDrawPass& drawPass() { return m_drawPass; }
+    /// A number that is the host's: nothing here looks at it.
     [[nodiscard]] int dragState() const { return m_dragState; }
     void setDragState(int state) { m_dragState = state; }
     /// True from the destructor's first line on.
@@ -175,11 +179,14 @@ public:
     /// Every fault of the structure in words: pointers, orders, owners, indexes. Empty when whole.
     [[nodiscard]] std::vector<CString> selfCheck();
 
-    /// The read-out of a text window; see the view's mapping for the units.
+    /// Shows the read-out, drawing units, in `text`. With a null `base`, `point` is a device
+    /// position. Else both are logical, and grid snap and ortho hold `point` too. Nothing for a
+    /// null `point`; the view is not looked at.
     void SetCoordinate(CWnd* view, CWnd* text, CPoint* point, CPoint* base);
 
     /// The file of the running Save or Read; stays set afterwards as the last one, until it closes.
     [[nodiscard]] CFile* file() const { return m_file; }
+    /// Not owned.
     void setFile(CFile* file) { m_file = file; }
     /// While a Read runs: hash lookups of what was read so far; else null.
     [[nodiscard]] CVexDbLoadContext* loading() const { return m_loading; }
@@ -233,8 +240,6 @@ private:
     int m_dragState = 0;
 };
 
-/// Logical units a drawing unit.
-extern VEXDB_EXPORT double _dDispScale;
 /// Segments of a full turn when curves are shown.
 extern VEXDB_EXPORT std::uint16_t _wArcRes;
 

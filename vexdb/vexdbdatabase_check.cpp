@@ -4,7 +4,6 @@
 #include "vexdb/dbtracker/vexdbentitytracker.h"
 #include "vexdb/vexdbdatabase.h"
 
-#include <array>
 #include <unordered_set>
 
 namespace {

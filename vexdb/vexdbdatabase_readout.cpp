@@ -26,11 +26,6 @@ double beyondMultiple(double value, double step)
     return step == 0.0 ? 0.0 : value - truncateSaturated(value / step) * step;
 }
 
-CVexGePoint2d drawingPoint(const CPoint& logical)
-{
-    return {logical.x / _dDispScale, logical.y / _dDispScale};
-}
-
 /// Nearest instead of truncated: what was a logical integer comes back as the same integer.
 int nearestLogical(double coordinate)
 {
@@ -83,8 +78,8 @@ CString plainReadout(const VexDbDrawingSettings_tag& settings, CVexGePoint2d poi
 CString heldReadout(const VexDbDrawingSettings_tag& settings, CPoint& logical, CPoint baseLogical,
                     double step)
 {
-    CVexGePoint2d point = drawingPoint(logical);
-    const CVexGePoint2d base = drawingPoint(baseLogical);
+    CVexGePoint2d point = toDrawing(logical);
+    const CVexGePoint2d base = toDrawing(baseLogical);
     if (settings.m_bGridSnap) {
         point.set(rounded(point.x, beyondMultiple(point.x, step), step),
                   rounded(point.y, beyondMultiple(point.y, step), step));

@@ -153,7 +153,8 @@ void storePicture(CDC& dc, std::byte* thumbnail)
     dc.SetViewportOrg(0, 0);
     PaletteMatcher matcher(palette);
     for (int y = 0; y < kHeight; ++y) {
-        std::byte* const row = thumbnail + kPixelsAt + kRowBytes * (kHeight - 1 - y);
+        std::byte* const row =
+            thumbnail + kPixelsAt + std::ptrdiff_t{kRowBytes} * (kHeight - 1 - y);
         for (int x = 0; x < kWidth; ++x) {
             row[x] = matcher.indexOf(dc.GetPixel({x, y}));
         }

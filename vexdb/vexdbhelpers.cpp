@@ -5,7 +5,6 @@
 #include "vexdb/vexdbdatabase.h"
 
 #include <algorithm>
-#include <cwctype>
 #include <iconv.h>
 
 double _dDispScale = 100.0;
@@ -44,6 +43,7 @@ public:
         const std::string name =
             number == 0 || number == kUtf8 ? "UTF-8" : "CP" + std::to_string(number);
         m_converter = iconv_open(name.c_str(), "UTF-8");
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): how the C library says that it has none
         if (m_converter == reinterpret_cast<iconv_t>(-1)) {
             m_converter = iconv_open("UTF-8", "UTF-8"); // a page that this machine does not know
         }

@@ -1,7 +1,6 @@
 #include "vexdb/vexdbpencache.h"
 
 #include <algorithm>
-#include <functional>
 
 struct CVexDbPenCache::Wanted {
     int style;

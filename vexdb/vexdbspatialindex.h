@@ -47,8 +47,8 @@ private:
     friend class CVexDbSpatialIndexes;
     struct Item {
         CRect box;
-        CVexDbEntity* entity;
-        std::uint64_t number; // of creation
+        CVexDbEntity* entity = nullptr;
+        std::uint64_t number = 0; // of creation
     };
     struct CellHash {
         std::size_t operator()(std::uint64_t cell) const;

@@ -2,7 +2,8 @@
 
 #include "platform/qt/vexqtbackend.h"
 #include "platform/window/vexbackend.h"
-#include "vexdb/dbobject/dbentity/vexdbentity.h"
+#include "vexdb/dbobject/dbentity/vexdbarc.h"
+#include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 #include "vexdb/vexdbdatabase.h"
 
@@ -27,6 +28,25 @@ void widen(std::optional<VexExtents>& extents, const CVexGePoint2d& point, doubl
     extents->top = std::max(extents->top, point.y);
 }
 
+void widen(std::optional<VexExtents>& extents, const CVexDbRect& box, double farthest)
+{
+    widen(extents, box.LeftTop(), farthest);
+    widen(extents, box.RightBottom(), farthest);
+}
+
+/// The outer rectangle of a polyline is of its vertices alone: its arcs would stand outside of the
+/// picture.
+void widenByArcs(std::optional<VexExtents>& extents, const CVexGePolyline2d& chain, double farthest)
+{
+    CVexGeCircArc2d arc;
+    for (unsigned i = 0; i < chain.numVerts(); ++i) {
+        if (chain.getArcSegAt(i, arc)) {
+            CVexDbArc drawn(arc.center(), arc.radius(), arc.startAng(), arc.endAng());
+            widen(extents, drawn.GetOutRect(), farthest);
+        }
+    }
+}
+
 } // namespace
 
 std::optional<VexExtents> drawingExtents(CVexDbDatabase& database, double farthest)
@@ -35,9 +55,11 @@ std::optional<VexExtents> drawingExtents(CVexDbDatabase& database, double farthe
     const CVexDbIdSet& shown = *database.displays().getCurrentRecord()->displayedIdSet();
     for (auto at = shown.begin(); at != shown.end(); ++at) {
         if (at.object()->isVisiable()) {
-            const CVexDbRect box = static_cast<CVexDbEntity*>(at.object())->GetOutRect();
-            widen(extents, box.LeftTop(), farthest);
-            widen(extents, box.RightBottom(), farthest);
+            auto& entity = *static_cast<CVexDbEntity*>(at.object());
+            widen(extents, entity.GetOutRect(), farthest);
+            if (entity.classType() == VexDb::kPolyline) {
+                widenByArcs(extents, static_cast<CVexDbPolyline&>(entity).gePolyline(), farthest);
+            }
         }
     }
     return extents;

@@ -1,7 +1,6 @@
 #include "platform/base/ctime.h"
 
 #include <optional>
-#include <string>
 
 namespace {
 

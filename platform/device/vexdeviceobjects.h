@@ -11,7 +11,8 @@
 #include <vector>
 
 /// Something that is selected into a device context. `stamp` differs for every object ever made, so
-/// that a backend can keep what it derived from one without fearing a new one at its address.
+/// that a backend can keep what it derived from one without fearing a new one at its address. A
+/// copy looks the same and shares it.
 class VEXPLATFORM_EXPORT CVexDeviceObject {
 public:
     [[nodiscard]] std::uint64_t stamp() const { return m_stamp; }

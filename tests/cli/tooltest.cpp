@@ -263,6 +263,16 @@ TEST_F(ToolTest, NewFromStandardInputCountsByClass)
     EXPECT_EQ(info["extents"], nlohmann::json({{1.0, 2.0}, {5.0, 6.0}}));
 }
 
+// Two half circles between two vertices on one level.
+TEST_F(ToolTest, ExtentsHoldTheArcsOfAPolyline)
+{
+    write("in.jsonl", R"({"kind":"polyline","closed":true,"vertices":)"
+                      R"([{"point":[0,0],"bulge":1},{"point":[10,0],"bulge":1}]})");
+    ASSERT_EQ(run("new in.zpl --from in.jsonl").code, 0);
+    const auto info = nlohmann::json::parse(run("info in.zpl --json").out);
+    EXPECT_EQ(info["extents"], nlohmann::json({{0.0, -5.0}, {10.0, 5.0}}));
+}
+
 TEST_F(ToolTest, BadInputLineIsNamedByNumberAndNothingIsWritten)
 {
     struct Row {

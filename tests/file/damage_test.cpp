@@ -3,8 +3,6 @@
 #include "tests/file/golden.h"
 #include "tests/file/sampledrawing.h"
 
-#include <algorithm>
-#include <chrono>
 #include <string>
 #include <vector>
 

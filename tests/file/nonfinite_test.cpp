@@ -3,7 +3,6 @@
 #include "vexdb/dbobject/vexdbdisplaytablerecord.h"
 #include "vexge/geentity2d/vexgeline2d.h"
 
-#include <cmath>
 #include <limits>
 #include <string>
 

@@ -1,7 +1,6 @@
 #include "platform/qt/vexqtdash.h"
 #include "platform/qt/vexqtimagedc.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <functional>

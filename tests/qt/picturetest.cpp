@@ -7,8 +7,6 @@
 #include <QPageLayout>
 #include <QPdfWriter>
 
-#include <array>
-#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 

@@ -4,7 +4,6 @@
 #include "vexge/geentity2d/vexgeline2d.h"
 #include "vexge/geentity2d/vexgepolyline2d.h"
 
-#include <cmath>
 #include <numbers>
 
 namespace {

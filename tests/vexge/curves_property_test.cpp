@@ -5,7 +5,6 @@
 #include <concepts>
 #include <memory>
 #include <rapidcheck/gtest.h>
-#include <string>
 #include <type_traits>
 
 // What every kind of curve promises, held for all of them at once.

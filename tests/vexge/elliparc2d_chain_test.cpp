@@ -7,7 +7,6 @@
 #include <limits>
 #include <numbers>
 #include <rapidcheck/gtest.h>
-#include <string>
 
 namespace {
 

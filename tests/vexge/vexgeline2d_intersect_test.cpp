@@ -1,7 +1,6 @@
 #include "tests/vexge/geasserts.h"
 #include "vexge/geentity2d/vexgeline2d.h"
 
-#include <cmath>
 #include <memory>
 #include <numbers>
 

@@ -1,6 +1,5 @@
 #include "tests/view/viewfixture.h"
 
-#include <cmath>
 #include <limits>
 #include <vector>
 

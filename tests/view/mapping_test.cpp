@@ -1,9 +1,6 @@
 #include "platform/device/cdc.h"
 #include "tests/view/viewfixture.h"
 
-#include <cmath>
-#include <limits>
-
 using MappingTest = ViewTest;
 
 TEST_F(MappingTest, AFreshViewShowsTheDrawingLimits)

@@ -147,16 +147,9 @@ int CVexDbBlockTableRecord::removeReference(const CVexDbObjectId& id)
     return static_cast<int>(m_references.size());
 }
 
-bool CVexDbBlockTableRecord::newIterator(CVexDbEntSetIterator*& out, bool start)
+bool CVexDbBlockTableRecord::newIterator(CVexDbEntSetIterator*& out, bool /*start*/)
 {
-    if (m_entities.empty()) {
-        return false;
-    }
-    out = new CVexDbEntSetIterator(&m_entities);
-    if (start) {
-        out->start(true);
-    }
-    return true;
+    return newEntSetIterator(m_entities, out);
 }
 
 int CVexDbBlockTableRecord::ClearEntity()

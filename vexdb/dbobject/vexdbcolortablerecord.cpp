@@ -14,6 +14,7 @@ CVexDbColorTableRecord::CVexDbColorTableRecord(CVexDbDatabase* database)
 }
 
 CVexDbColorTableRecord::CVexDbColorTableRecord(const CVexDbColorTableRecord& other)
+    // NOLINTNEXTLINE(bugprone-copy-constructor-init): nothing refers to a copy
     : CVexDbTableRecord(other), CVexDbLayerRefSet(), m_color(other.m_color),
       m_modified(other.m_modified)
 {

@@ -137,15 +137,7 @@ void CVexDbDisplayTableRecord::ClearDisplayedIdSet()
     m_displayed.clear();
 }
 
-bool CVexDbDisplayTableRecord::newIterator(CVexDbEntSetIterator*& out, bool start)
+bool CVexDbDisplayTableRecord::newIterator(CVexDbEntSetIterator*& out, bool /*start*/)
 {
-    if (m_displayed.empty()) {
-        return false;
-    }
-    auto iterator = std::make_unique<CVexDbEntSetIterator>(&m_displayed);
-    if (start) {
-        iterator->start(true);
-    }
-    out = iterator.release();
-    return true;
+    return newEntSetIterator(m_displayed, out);
 }

@@ -158,9 +158,7 @@ void CVexDbDisplayTableRecord::Draw(CDC* dc)
 CVexDbIdSet CVexDbDisplayTableRecord::crossedBy(const CRect& window)
 {
     CVexDbIdSet crossed;
-    selectEntityByCross(CVexGePoint2d(window.left / _dDispScale, window.top / _dDispScale),
-                        CVexGePoint2d(window.right / _dDispScale, window.bottom / _dDispScale),
-                        crossed);
+    selectEntityByCross(toDrawing(window.TopLeft()), toDrawing(window.BottomRight()), crossed);
     return crossed;
 }
 

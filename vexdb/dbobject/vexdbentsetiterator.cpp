@@ -112,3 +112,12 @@ bool CVexDbEntSetIterator::seek(const CVexDbEntity* entity)
 {
     return seek(CVexDbObjectId(entity));
 }
+
+bool newEntSetIterator(const CVexDbIdSet& set, CVexDbEntSetIterator*& out)
+{
+    if (set.empty()) {
+        return false;
+    }
+    out = new CVexDbEntSetIterator(&set);
+    return true;
+}

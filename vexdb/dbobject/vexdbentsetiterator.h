@@ -41,3 +41,7 @@ private:
     mutable std::uint64_t m_key = 0;
     mutable Place m_place = Place::kBefore;
 };
+
+/// Makes an iterator over `set` that the caller owns. False, with `out` as it was, for an empty
+/// set.
+bool newEntSetIterator(const CVexDbIdSet& set, CVexDbEntSetIterator*& out);

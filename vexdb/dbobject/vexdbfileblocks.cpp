@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <span>
-#include <type_traits>
 
 namespace {
 

@@ -35,6 +35,7 @@ CVexDbLayerTableRecord::CVexDbLayerTableRecord(CVexDbDatabase* database)
 
 // No entity is on a copy, and no linetype knows of it until its table takes it in.
 CVexDbLayerTableRecord::CVexDbLayerTableRecord(const CVexDbLayerTableRecord& other)
+    // NOLINTNEXTLINE(bugprone-copy-constructor-init): nothing refers to a copy
     : CVexDbTableRecord(other), CVexDbRefSet(), m_layerStatus(other.m_layerStatus),
       m_color(other.m_color), m_linetype(other.m_linetype), m_weight(other.m_weight)
 {

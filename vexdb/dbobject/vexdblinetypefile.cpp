@@ -130,7 +130,7 @@ bool addLinetype(const VexDbLinetypeEntry& entry, CVexDbDatabase& database)
     if (!database.linetypes().add(record.get())) {
         return false; // a name that begins with a NUL is none
     }
-    record.release();
+    static_cast<void>(record.release()); // the table has it
     return true;
 }
 

@@ -18,6 +18,7 @@ CVexDbLTypeTableRecord::CVexDbLTypeTableRecord(CVexDbDatabase* database)
 }
 
 CVexDbLTypeTableRecord::CVexDbLTypeTableRecord(const CVexDbLTypeTableRecord& other)
+    // NOLINTNEXTLINE(bugprone-copy-constructor-init): nothing refers to a copy
     : CVexDbTableRecord(other), CVexDbLayerRefSet(), m_dashes(other.m_dashes),
       m_patternLength(other.m_patternLength), m_count(other.m_count)
 {

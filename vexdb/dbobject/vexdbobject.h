@@ -65,7 +65,11 @@ public:
     [[nodiscard]] bool isUseNesting() const { return (m_status & kStatusUseNesting) != 0; }
     [[nodiscard]] bool isAttribute() const { return (m_status & kStatusAttribute) != 0; }
     /// All three bits of a dimension: 0x80 alone does not make one.
-    [[nodiscard]] bool isDimension() const { return (m_status & 0x94) == 0x94; }
+    [[nodiscard]] bool isDimension() const
+    {
+        constexpr int kBits = kStatusDimension | kStatusCompoundObject | kStatusEntity;
+        return (m_status & kBits) == kBits;
+    }
     [[nodiscard]] std::uint8_t status() const { return m_status; }
     /// Sets the bits of `bits`; always true. The erased bit also drops an entity's tracker.
     bool setObjectStatus(int bits)
@@ -85,7 +89,7 @@ public:
 
 protected:
     void setClassType(VexDb::ClassType type) { m_classType = type; }
-    /// The database's file of the running save or read; null outside of one.
+    /// The file of the database's running save or read, afterwards of the last one; null without.
     [[nodiscard]] CFile* file() const;
     /// The working list that makeProperty fills; made on demand.
     VexPropertyGroups& properties();

@@ -43,7 +43,7 @@ constexpr std::array<COLORREF, kPaletteSize> makePalette()
     std::array<COLORREF, kPaletteSize> palette = {};
     std::copy(std::begin(kFirst), std::end(kFirst), palette.begin());
     for (int index = 0; index < 240; ++index) {
-        palette[static_cast<std::size_t>(10 + index)] = shade(index / 10, index % 10);
+        palette[static_cast<std::size_t>(index) + 10] = shade(index / 10, index % 10);
     }
     std::copy(std::begin(kGreys), std::end(kGreys), palette.begin() + 250);
     palette[256] = 0xffffff;

@@ -12,8 +12,8 @@ struct VEXDB_EXPORT Property {
     CString name;   // label, "Layer"
     CString value;  // current value as text
     CString change; // prompt for changing it, "Change Layer"
-    int kind =
-        0; // 0 text or record, 1 number, 2 read-only count, 3 vertex coordinate, 4 vertex value
+    /// 0 text or record, 1 number, 2 read-only count, 3 vertex coordinate, 4 vertex value.
+    int kind = 0;
     std::uintptr_t data = 0; // address of the record or of the double shown; 0 when there is none
 
     Property() = default;

@@ -3,16 +3,9 @@
 #include "vexdb/dbobject/vexdbentsetiterator.h"
 #include "vexdb/dbobject/vexdblayertablerecord.h"
 
-bool CVexDbRefSet::newIterator(CVexDbEntSetIterator*& out, bool start) const
+bool CVexDbRefSet::newIterator(CVexDbEntSetIterator*& out, bool /*start*/) const
 {
-    if (m_entities.empty()) {
-        return false;
-    }
-    out = new CVexDbEntSetIterator(&m_entities);
-    if (start) {
-        out->start(true);
-    }
-    return true;
+    return newEntSetIterator(m_entities, out);
 }
 
 int CVexDbLayerRefSet::addLayerId(const CVexDbObjectId& id)

@@ -26,6 +26,7 @@ CVexDbSymbolTableRecord::CVexDbSymbolTableRecord(CVexDbDatabase* database)
 }
 
 CVexDbSymbolTableRecord::CVexDbSymbolTableRecord(const CVexDbSymbolTableRecord& other)
+    // NOLINTNEXTLINE(bugprone-copy-constructor-init): nothing refers to a copy
     : CVexDbTableRecord(other), CVexDbRefSet(), m_points(other.m_points), m_base(other.m_base)
 {
 }

@@ -91,7 +91,7 @@ bool CVexDbTable::readRecord()
     if (!add(record.get())) {
         return frameFault(L"A table holds a record without a name.");
     }
-    record.release();
+    static_cast<void>(record.release()); // the table has it
     return true;
 }
 

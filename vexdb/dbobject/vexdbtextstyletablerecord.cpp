@@ -11,6 +11,7 @@ CVexDbTextStyleTableRecord::CVexDbTextStyleTableRecord(CVexDbDatabase* database)
 }
 
 CVexDbTextStyleTableRecord::CVexDbTextStyleTableRecord(const CVexDbTextStyleTableRecord& other)
+    // NOLINTNEXTLINE(bugprone-copy-constructor-init): nothing refers to a copy
     : CVexDbTableRecord(other), CVexDbRefSet()
 {
     *this = other;

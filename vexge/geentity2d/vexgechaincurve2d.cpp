@@ -94,7 +94,7 @@ double CVexGeChainCurve2d::curvatureAtPoint(CVexGePoint2d point, double tol) con
 bool CVexGeChainCurve2d::perpVecFromPoint(const CVexGePoint2d& point, CVexGeVector2d& out,
                                           double tol) const
 {
-    // A polyline asserts that it has a segment. Here the data may make none, and that is answered.
+    // The data may make no chain, or one that is nowhere, whose length is no number.
     const CVexGePolyline2d& segments = chain();
     return segments.length() > 0.0 && segments.perpVecFromPoint(point, out, tol);
 }

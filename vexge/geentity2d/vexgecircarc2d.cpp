@@ -7,9 +7,7 @@
 #include "vexge/geentity2d/vexgewinding.h"
 #include "vexge/gemath/vexgematrix2d.h"
 
-#include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
 

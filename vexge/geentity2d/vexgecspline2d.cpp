@@ -5,7 +5,6 @@
 #include "vexge/gemath/vexgematrix2d.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 

@@ -2,7 +2,6 @@
 #include "vexge/geentity2d/vexgecspline2d_curve.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 
 // The curve of a cubic spline: solving its runs, the chain, and the control points' places on it.

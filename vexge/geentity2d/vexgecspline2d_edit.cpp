@@ -4,7 +4,6 @@
 #include "vexge/gemath/vextruncate.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 

@@ -1,8 +1,5 @@
 #include "vexge/geentity2d/vexgeline2d.h"
 
-#include <array>
-#include <cstddef>
-
 double CVexGeLine2d::footParam(const CVexGePoint2d& point) const
 {
     const CVexGeVector2d run = m_end - m_start;

@@ -121,61 +121,6 @@ void CVexGePolyline2d::setClosed(bool flag)
     m_bulges.back() = leavesAtStart ? arc.bulge() : -arc.bulge();
 }
 
-bool CVexGePolyline2d::appendPolyline(const CVexGePolyline2d* other, int& index)
-{
-    if (m_closedFlag || other->m_closedFlag || m_vertices.empty() || other->m_vertices.empty()) {
-        return false;
-    }
-    if (other == this) {
-        const CVexGePolyline2d twin(*other);
-        return appendPolyline(&twin, index);
-    }
-    const CVexGePolyline2d& tail = *other;
-    const std::size_t count = tail.m_vertices.size();
-    const auto meets = [](const CVexGePoint2d& a, const CVexGePoint2d& b) {
-        return a.isEqualTo(b, kGeTol);
-    };
-    if (meets(m_vertices.back(), tail.m_vertices.front())) {
-        m_bulges.back() = tail.m_bulges.front();
-        for (std::size_t k = 1; k < count; ++k) {
-            appendVertex(tail.m_vertices[k], tail.m_bulges[k], tail.m_startWidths[k],
-                         tail.m_endWidths[k]);
-        }
-        index = static_cast<int>(count) - 1;
-        return true;
-    }
-    if (meets(m_vertices.back(), tail.m_vertices.back())) {
-        m_bulges.back() = -tail.m_bulges[count - 2];
-        for (std::size_t k = count - 1; k-- > 0;) {
-            appendVertex(tail.m_vertices[k], -tail.m_bulges[k > 0 ? k - 1 : 0], tail.m_endWidths[k],
-                         tail.m_startWidths[k]);
-        }
-        index = static_cast<int>(count) - 1;
-        return true;
-    }
-    CVexGePolyline2d head;
-    head.setSize(static_cast<unsigned>(count + m_vertices.size()));
-    if (meets(m_vertices.front(), tail.m_vertices.front())) {
-        for (std::size_t k = count - 1; k > 0; --k) {
-            head.appendVertex(tail.m_vertices[k], -tail.m_bulges[k - 1], tail.m_startWidths[k],
-                              tail.m_endWidths[k]);
-        }
-    } else if (meets(m_vertices.front(), tail.m_vertices.back())) {
-        for (std::size_t k = 0; k + 1 < count; ++k) {
-            head.appendVertex(tail.m_vertices[k], tail.m_bulges[k], tail.m_endWidths[k],
-                              tail.m_startWidths[k]);
-        }
-    } else {
-        return false;
-    }
-    for (std::size_t k = 0; k < m_vertices.size(); ++k) {
-        head.appendVertex(m_vertices[k], m_bulges[k], m_startWidths[k], m_endWidths[k]);
-    }
-    *this = std::move(head);
-    index = 0;
-    return true;
-}
-
 namespace {
 
 /// Which end of a chain a curve joins, and with which of its own ends.
@@ -191,7 +136,91 @@ Joint jointOf(const CVexGePoint2d& first, const CVexGePoint2d& last, const CVexG
                                             : Joint::kNone;
 }
 
+/// Appends vertex `index` of `from` to `to`, with `bulge` for its own.
+void appendVertexOf(CVexGePolyline2d& to, const CVexGePolyline2d& from, unsigned index,
+                    double bulge, bool exchangesWidths)
+{
+    CVexGePoint2d point;
+    double startWidth = 0.0;
+    double endWidth = 0.0;
+    from.getPointAt(index, point);
+    from.getWidthsAt(index, startWidth, endWidth);
+    if (exchangesWidths) {
+        std::swap(startWidth, endWidth);
+    }
+    to.appendVertex(point, bulge, startWidth, endWidth);
+}
+
+/// Appends `tail` to `chain`, but for the end that both share.
+void appendTail(CVexGePolyline2d& chain, const CVexGePolyline2d& tail, bool backward)
+{
+    const unsigned count = tail.numVerts();
+    const unsigned last = chain.numVerts() - 1;
+    if (!backward) {
+        chain.setBulgeAt(last, tail.getBulgeAt(0));
+        for (unsigned k = 1; k < count; ++k) {
+            appendVertexOf(chain, tail, k, tail.getBulgeAt(k), false);
+        }
+        return;
+    }
+    chain.setBulgeAt(last, turned(tail.getBulgeAt(count - 2)));
+    for (unsigned k = count - 1; k-- > 0;) {
+        const unsigned before = k > 0 ? k - 1 : 0; // the first one has none and repeats
+        appendVertexOf(chain, tail, k, turned(tail.getBulgeAt(before)), true);
+    }
+}
+
+/// `head`, but for the end that both share, and then `chain`.
+CVexGePolyline2d joinedBehind(const CVexGePolyline2d& head, const CVexGePolyline2d& chain,
+                              bool backward)
+{
+    const unsigned count = head.numVerts();
+    CVexGePolyline2d joined;
+    joined.setSize(count + chain.numVerts());
+    // At the front it is the head that runs on forwards whose widths are exchanged, and one that is
+    // turned round keeps them as stored. Drawings hold chains that were joined so.
+    for (unsigned k = 1; k < count; ++k) {
+        if (backward) {
+            const unsigned at = count - k;
+            appendVertexOf(joined, head, at, turned(head.getBulgeAt(at - 1)), false);
+        } else {
+            appendVertexOf(joined, head, k - 1, head.getBulgeAt(k - 1), true);
+        }
+    }
+    for (unsigned k = 0; k < chain.numVerts(); ++k) {
+        appendVertexOf(joined, chain, k, chain.getBulgeAt(k), false);
+    }
+    return joined;
+}
+
 } // namespace
+
+bool CVexGePolyline2d::appendPolyline(const CVexGePolyline2d* other, int& index)
+{
+    if (m_closedFlag || other->m_closedFlag || m_vertices.empty() || other->m_vertices.empty()) {
+        return false;
+    }
+    if (other == this) {
+        const CVexGePolyline2d twin(*other);
+        return appendPolyline(&twin, index);
+    }
+    const Joint joint = jointOf(m_vertices.front(), m_vertices.back(), other->m_vertices.front(),
+                                other->m_vertices.back());
+    switch (joint) {
+    case Joint::kNone: return false;
+    case Joint::kEndToStart:
+    case Joint::kEndToEnd:
+        appendTail(*this, *other, joint == Joint::kEndToEnd);
+        index = static_cast<int>(other->numVerts()) - 1;
+        break;
+    case Joint::kStartToStart:
+    case Joint::kStartToEnd:
+        *this = joinedBehind(*other, *this, joint == Joint::kStartToStart);
+        index = 0;
+        break;
+    }
+    return true;
+}
 
 bool CVexGePolyline2d::appendSegment(const CVexGePoint2d& start, const CVexGePoint2d& end,
                                      double bulge, int& index)

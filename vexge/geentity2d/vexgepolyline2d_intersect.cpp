@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstddef>
 #include <numeric>
-#include <utility>
 #include <vector>
 
 namespace {

@@ -45,7 +45,6 @@ public:
                                                          double dist, bool clockwise);
 
     [[nodiscard]] bool isArc() const { return m_isArc; }
-    [[nodiscard]] bool isClockwise() const { return m_clockwise; }
     [[nodiscard]] const CVexGeLine2d& line() const { return m_line; }
     [[nodiscard]] const CVexGeCircArc2d& arc() const { return m_arc; }
     [[nodiscard]] CVexGePoint2d start() const;

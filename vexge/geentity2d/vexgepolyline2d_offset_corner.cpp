@@ -2,8 +2,6 @@
 #include "vexge/geentity2d/vexgepolyline2d_offset.h"
 #include "vexge/geentity2d/vexgewinding.h"
 
-#include <cmath>
-
 namespace {
 
 CVexGeCircArc2d wholeCircle(const CVexGeCircArc2d& arc)

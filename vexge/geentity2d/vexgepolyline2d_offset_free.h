@@ -4,7 +4,6 @@
 #include "vexge/geentity2d/vexgepolyline2d_offset.h"
 
 #include <cstddef>
-#include <optional>
 #include <vector>
 
 /// The short way of an offset, for a chain of straight segments whose offsets surely meet nothing.

@@ -22,6 +22,8 @@ public:
 
     /// The geometry, owned by the concrete class.
     [[nodiscard]] CVexGeEntity2d* geCurve() const { return m_geCurve; }
+    // The geometry's own answers: parameters from 0 to 1, lengths in drawing units, -1.0 for a
+    // point off the curve.
     double length();
     double length(double fromParam, double toParam, double tol);
     double paramAtDist(double fromParam, double dist, bool forward, double tol);

@@ -10,7 +10,6 @@
 #include "vexdb/vexdbdatabase.h"
 #include "vexdb/vexdbspatialindex.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace {
@@ -194,7 +193,7 @@ CString CVexDbEntity::LineType() const
     if (m_lineType == nullptr) {
         return {};
     }
-    const CString name = linetypeRecord()->getName();
+    CString name = linetypeRecord()->getName();
     if (m_layer == nullptr || !(name == CVexDbLTypeTableRecord::kByLayer)) {
         return name;
     }

@@ -61,19 +61,28 @@ public:
     /// layer, linetype, colour and style by name.
     void setDatabase(CVexDbDatabase* database) override;
     void makeProperty() override;
+    /// The extents that a kind tells of itself, drawing units; all sides 0 unless it does.
     virtual CVexDbRect GetOutRect();
+    /// Offers a changed boundary to the hatches of its block; only curves are boundaries.
     virtual void OnCurveChanged();
+    // These draw on `dc`, of which null draws nothing: in the colour of the ground, as the
+    // properties say, and with the pen that highlights, which the entity remembers for ReDraw.
     virtual void UnDraw(CDC* dc);
     virtual void Draw(CDC* dc);
     virtual void HighlightDraw(CDC* dc);
     /// Fills the grips in the class's order and the screen rectangle.
     virtual void setGripPoints();
+    /// Not 0 when `point` lies on the entity, within `tol` drawing units.
     [[nodiscard]] virtual int isOn(const CVexGePoint2d& point, const double& tol) const = 0;
+    // Whether the rectangle with the opposite corners `a` and `b` holds a part of the entity, or
+    // all of it. A kind may sort the corners in place.
     virtual bool checkInsideOrCross(CVexGePoint2d& a, CVexGePoint2d& b) = 0;
     virtual bool checkInside(CVexGePoint2d& a, CVexGePoint2d& b) = 0;
     [[nodiscard]] virtual bool IsCurveEntity() const;
     [[nodiscard]] virtual bool IsClosedCurve() const;
+    /// For a kind that keeps something by its extents; none of ours does.
     virtual void OnRectChanged();
+    /// The tag that SetBoundary gave a curve, not 0 for the boundary of a hatch; 0 for other kinds.
     [[nodiscard]] virtual int IsBoundary() const;
     virtual void SetBoundary(int tag);
     // The six transforms go by a table of kinds; none refreshes grips or rectangle.
@@ -85,6 +94,9 @@ public:
     virtual void Mirror(const CVexGeLine2d& line);
     /// Copies properties (a concrete class: geometry too), never identity, owner or database.
     virtual CVexDbEntity& operator=(const CVexDbEntity& other);
+    // The points where two shapes meet, drawing units: `kind` says which of the two is unbounded,
+    // `tol` is a length. A curve replaces `points` by the `count` of them, none on false; the
+    // forms by a geometry are what the first one hands on to.
     virtual bool intersectWith(CVexDbEntity& other, int& count, PointList& points, Intersect kind,
                                double tol) const = 0;
     virtual bool intersectWith(const CVexGeEllipArc2d& other, int& count, PointList& points,
@@ -93,7 +105,8 @@ public:
                                Intersect kind, double tol) const = 0;
     virtual bool intersectWith(const CVexGeLine2d& other, int& count, PointList& points,
                                Intersect kind, double tol) const = 0;
-    /// Cuts the piece at `pick` off at the nearest cutters; a piece left over is the caller's.
+    /// Cuts the piece at `pick` off at the nearest cutters. A new entity that stands for what is
+    /// left beyond it is the caller's to add; null when there is none, and when nothing was cut.
     virtual CVexDbEntity* Trim(CVexGePoint2d& pick, std::vector<CVexDbEntity*>& cutters,
                                double tol);
     /// Moves the end nearest `pick` to a boundary; true when one moved.
@@ -119,6 +132,7 @@ public:
     /// Names of the records; a linetype "ByLayer" gives the layer's linetype.
     [[nodiscard]] CString Layer() const;
     [[nodiscard]] CString LineType() const;
+    /// The colour record; null for none.
     [[nodiscard]] CVexDbColorTableRecord* Color() const;
     /// The colour record's index; for 256 the index of the layer's colour.
     [[nodiscard]] int ColorIndex() const;
@@ -150,9 +164,12 @@ public:
     void ClearXData();
     /// Drops the entity's tracker, sets the erased bit, and takes a database entity out of it.
     void Erase();
+    /// Drops the entity's tracker; true.
     bool OnErased();
+    /// Whether the entity stands in a drawing, which SetDbEntity only marks.
     [[nodiscard]] bool IsDbEntity() const { return m_dbEntity; }
     void SetDbEntity(bool inDatabase);
+    /// Drawing units; the origin for an index outside of the grips.
     CVexGePoint2d getGripPoint(int index);
     /// Hands out the address of the grips, refreshed when stale; it stays the same vector.
     bool getGripPointVec(PointList*& grips);
@@ -170,9 +187,13 @@ public:
     /// On the context of the database's current view.
     void Draw();
     void HighlightDraw();
+    /// Draws highlighted what was highlighted before, everything else plainly.
     void ReDraw(CDC* dc);
+    /// Whether the bounded line meets the entity.
     bool IntersectWith(CVexGeLine2d& line, double tol);
+    /// Whether it meets the entity farther than `width` from one of its own ends.
     bool IsCrossWidth(CVexGeLine2d& line, double width);
+    /// Whether a ray from `point` leaves the polygon of `count` corners an odd number of times.
     [[nodiscard]] bool IsInsidePolygon(const CVexGePoint2d* polygon, const CVexGePoint2d& point,
                                        int count) const;
     [[nodiscard]] bool IsInsideRect(CVexGePoint2d a, CVexGePoint2d b,

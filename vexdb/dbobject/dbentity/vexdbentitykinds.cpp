@@ -8,7 +8,6 @@
 #include "vexdb/dbobject/dbentity/vexdbpolyline.h"
 #include "vexdb/dbobject/dbentity/vexdbrect.h"
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -97,7 +96,7 @@ constexpr VexDbEntityKind kNoKind;
 
 // The rows by class number: a file of a million entities asks a million times.
 constexpr auto kByClass = [] {
-    std::array<const VexDbEntityKind*, kClasses> byClass;
+    std::array<const VexDbEntityKind*, kClasses> byClass{};
     byClass.fill(&kNoKind);
     for (const VexDbEntityKind& kind : kKinds) {
         byClass[kind.type] = &kind;

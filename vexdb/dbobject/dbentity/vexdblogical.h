@@ -5,6 +5,7 @@
 #include "vexge/gemath/vexgepoint2d.h"
 #include "vexge/gemath/vextruncate.h"
 
+/// Logical units a drawing unit.
 extern VEXDB_EXPORT double _dDispScale;
 
 /// Drawing units to logical units: truncated towards zero, held to +-10^9, NaN is 0.
@@ -15,4 +16,10 @@ inline int toLogical(double coordinate)
 inline CPoint toLogical(const CVexGePoint2d& point)
 {
     return {toLogical(point.x), toLogical(point.y)};
+}
+
+/// Logical units back to drawing units.
+inline CVexGePoint2d toDrawing(CPoint logical)
+{
+    return CVexGePoint2d(logical) / _dDispScale;
 }

@@ -1,6 +1,6 @@
 #include "bench/growth.h"
+#include "bench/imagewindow.h"
 #include "platform/headless/vexheadless.h"
-#include "platform/qt/vexqtimagedc.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbcommand/vexcommandsession.h"
 #include "vexdb/dbcommand/vexprompthandler.h"
@@ -41,22 +41,6 @@ void require(bool holds, const char* what)
         std::abort();
     }
 }
-
-/// A view that is an image.
-class ImageWindow : public CVexMemoryWindow {
-public:
-    ImageWindow() : CVexMemoryWindow(kScreen), m_dc(m_image)
-    {
-        m_image.fill(Qt::black);
-        m_dc.SetBkColor(RGB(0, 0, 0));
-    }
-    [[nodiscard]] CDC* GetDC() override { return &m_dc; }
-    [[nodiscard]] QImage& image() { return m_image; }
-
-private:
-    QImage m_image{kScreen.cx, kScreen.cy, QImage::Format_RGB32};
-    CVexQtImageDC m_dc;
-};
 
 /// A drawing of lines of up to 20 units on a sheet of a pixel a unit, and a person before it.
 struct Desk {
@@ -128,7 +112,7 @@ struct Desk {
     CVexUndoHandler& undo() { return database->undoHandler(); }
 
     CVexHeadlessBackend backend;
-    ImageWindow view;
+    ImageWindow view{kScreen};
     CVexMemoryWindow message{{400, 20}};
     CVexMemoryWindow history{{400, 100}};
     std::vector<CVexDbLine*> lines;

@@ -1,8 +1,8 @@
 #include "bench/growth.h"
+#include "bench/imagewindow.h"
 #include "bench/qtwindow.h"
 #include "platform/headless/vexheadless.h"
 #include "platform/qt/vexqteventbackend.h"
-#include "platform/qt/vexqtimagedc.h"
 #include "platform/qt/vexqtview.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbcommand/vexprompthandler.h"
@@ -177,21 +177,6 @@ double plainMove(const Desk& desk)
     return seconds / kMoves;
 }
 
-/// A view that is an image.
-class ImageWindow : public CVexMemoryWindow {
-public:
-    ImageWindow() : CVexMemoryWindow(kScreen), m_dc(m_image)
-    {
-        m_image.fill(Qt::black);
-        m_dc.SetBkColor(RGB(0, 0, 0));
-    }
-    [[nodiscard]] CDC* GetDC() override { return &m_dc; }
-
-private:
-    QImage m_image{kScreen.cx, kScreen.cy, QImage::Format_RGB32};
-    CVexQtImageDC m_dc;
-};
-
 void report(benchmark::State& state, Comparison& comparison, const Desk& desk, double plain)
 {
     comparison.round(desk.secondsAMove(), plain);
@@ -209,7 +194,7 @@ void dragHeadless(benchmark::State& state, const char* name, bool middle)
     CVexHeadlessBackend backend;
     CVexBackend::install(&backend);
     {
-        ImageWindow view;
+        ImageWindow view(kScreen);
         Desk desk(view, countOf(state), middle);
         view.setHandler([&desk](const MSG& message) { return desk.hear(message); });
         Comparison comparison(state, name, static_cast<double>(countOf(state)));
@@ -302,7 +287,7 @@ void clicks(benchmark::State& state)
     CVexBackend::install(&backend);
     {
         const std::size_t count = countOf(state);
-        ImageWindow view;
+        ImageWindow view(kScreen);
         Desk desk(view, 0, false);
         const CVexGePolyline2d way = meander(count);
         std::vector<CPoint> pixels;

@@ -1,4 +1,5 @@
 #include "fuzz/fuzzsession.h"
+#include "fuzz/fuzzsource.h"
 #include "vexdb/dbcommand/vexscriptplayer.h"
 #include "vexdb/dbobject/dbentity/vexdbbox.h"
 #include "vexdb/dbobject/dbentity/vexdbentitykinds.h"
@@ -38,39 +39,20 @@ constexpr std::array<std::string_view, 10> kKeys = {"Escape", "Enter", "Space", 
 constexpr std::array<std::string_view, 5> kMouse = {"@click", "@move", "@rclick", "@press",
                                                     "@release"};
 
-/// Hands out bytes; 0 when there are none left.
-class Source {
-public:
-    Source(const std::uint8_t* data, std::size_t size)
-        : m_at(data), m_end(data + std::min(size, kMostBytesRead))
-    {
-    }
-    [[nodiscard]] std::uint8_t byte() { return m_at == m_end ? std::uint8_t{0} : *m_at++; }
-    [[nodiscard]] bool empty() const { return m_at == m_end; }
-    [[nodiscard]] std::string oneOf(const auto& list)
-    {
-        return std::string(list[byte() % list.size()]);
-    }
-
-private:
-    const std::uint8_t* m_at;
-    const std::uint8_t* m_end;
-};
-
 struct Script {
     std::vector<CString> lines;
     bool isTame = true; // nothing in it takes digits off the coordinates for good
 };
 
 /// Where something is, more often than not: the drawing's own lines lie on this grid.
-std::string position(Source& source)
+std::string position(CFuzzSource& source)
 {
     const int x = source.byte() % 21 * 5;
     const int y = source.byte() % 21 * 5;
     return std::to_string(x) + "," + std::to_string(y);
 }
 
-std::string brokenText(Source& source)
+std::string brokenText(CFuzzSource& source)
 {
     std::string text;
     for (std::size_t left = source.byte() % 8 + std::size_t{1}; left > 0; --left) {
@@ -80,7 +62,7 @@ std::string brokenText(Source& source)
     return text;
 }
 
-Script scriptOf(Source& source)
+Script scriptOf(CFuzzSource& source)
 {
     Script script;
     while (!source.empty() && script.lines.size() < kMostLines) {
@@ -90,13 +72,13 @@ Script scriptOf(Source& source)
             line = kCommands[kind % kCommands.size()];
             script.isTame = script.isTame && line != "SCALE";
         } else if (kind < 0xa0) {
-            line = source.oneOf(kMouse) + " " + position(source);
+            line = std::string(source.oneOf(kMouse)) + " " + position(source);
         } else if (kind < 0xd0) {
             line = kAnswers[kind % kAnswers.size()];
         } else if (kind < 0xe0) {
             line = position(source);
         } else if (kind < 0xf4) {
-            line = "@key " + source.oneOf(kKeys);
+            line = "@key " + std::string(source.oneOf(kKeys));
         } else {
             line = brokenText(source);
             script.isTame = false;
@@ -209,7 +191,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     CFuzzProgram program;
     populate(*program.database);
     const std::map<std::uint64_t, Look> start = lookOf(*program.database);
-    Source source(data, size);
+    CFuzzSource source(data, size, kMostBytesRead);
     const Script script = scriptOf(source);
     play(program, script);
     require(GetCapture() == nullptr, "the capture is given back");

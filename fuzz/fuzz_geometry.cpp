@@ -1,3 +1,4 @@
+#include "fuzz/fuzzsource.h"
 #include "vexge/geentity2d/vexgecspline2d.h"
 #include "vexge/geentity2d/vexgeline2d.h"
 #include "vexge/geentity2d/vexgepolyline2d.h"
@@ -22,10 +23,9 @@ constexpr std::size_t kMostVertices = 24;
 constexpr double kSplineReach = 100.0;
 
 // Hands out numbers: mostly small ones on a grid, so that points coincide and segments overlap.
-class Source {
+class NumberSource : public CFuzzSource {
 public:
-    Source(const std::uint8_t* data, std::size_t size) : m_at(data), m_end(data + size) {}
-    [[nodiscard]] std::uint8_t byte() { return m_at == m_end ? 0 : *m_at++; }
+    using CFuzzSource::CFuzzSource;
     [[nodiscard]] double number()
     {
         switch (const std::uint8_t kind = byte()) {
@@ -43,7 +43,6 @@ public:
         const double x = number();
         return {x, number()};
     }
-    [[nodiscard]] bool empty() const { return m_at == m_end; }
 
 private:
     double anyDouble()
@@ -54,11 +53,9 @@ private:
         std::memcpy(&value, bytes, sizeof value);
         return value;
     }
-    const std::uint8_t* m_at;
-    const std::uint8_t* m_end;
 };
 
-CVexGePolyline2d chainFrom(Source& source)
+CVexGePolyline2d chainFrom(NumberSource& source)
 {
     CVexGePolyline2d chain;
     const std::size_t count = source.byte() % kMostVertices;
@@ -125,7 +122,7 @@ void bend(const CVexGePolyline2d& chain, bool closed)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    Source source(data, size);
+    NumberSource source(data, size, size);
     const CVexGePoint2d side = source.point();
     const double distance = source.number();
     const CVexGePolyline2d first = chainFrom(source);

@@ -1,4 +1,5 @@
 #include "fuzz/fuzzsession.h"
+#include "fuzz/fuzzsource.h"
 #include "vexdb/dbcommand/vexscriptplayer.h"
 #include "vexdb/dbobject/dbentity/vexdbcircle.h"
 #include "vexdb/dbobject/dbentity/vexdbline.h"
@@ -26,22 +27,6 @@ constexpr std::size_t kReadsAgain =
     4; // every so many inputs: a second drawing takes as long as six edits
 constexpr int kMostSteps = 1000;
 
-/// Hands out bytes; 0 when there are none left.
-class Source {
-public:
-    Source(const std::uint8_t* data, std::size_t size)
-        : m_at(data), m_end(data + std::min(size, kMostBytesRead))
-    {
-    }
-    [[nodiscard]] std::uint8_t byte() { return m_at == m_end ? std::uint8_t{0} : *m_at++; }
-    [[nodiscard]] bool empty() const { return m_at == m_end; }
-    [[nodiscard]] const auto& oneOf(const auto& list) { return list[byte() % list.size()]; }
-
-private:
-    const std::uint8_t* m_at;
-    const std::uint8_t* m_end;
-};
-
 constexpr std::array<std::string_view, 16> kVertexAnswers = {
     "A", "P", "L", "U", "W", "O", "", "5<90", "20<45", "30", "A", "P", "L", "U", "0,0", "abc"};
 constexpr std::array<std::string_view, 12> kRadii = {"1", "2",   "5",    "10",  "0.0005", "-3",
@@ -60,7 +45,7 @@ using Lines = std::vector<std::string>;
 /// A person who edits polylines as the bytes say.
 class Hand {
 public:
-    Hand(CFuzzProgram& program, Source& source) : m_program(program), m_source(source) {}
+    Hand(CFuzzProgram& program, CFuzzSource& source) : m_program(program), m_source(source) {}
 
     void draw()
     {
@@ -209,7 +194,7 @@ private:
     [[nodiscard]] bool tooLarge() const { return m_polyline->NumVerts() > kMostVertices; }
 
     CFuzzProgram& m_program;
-    Source& m_source;
+    CFuzzSource& m_source;
     CVexDbPolyline* m_polyline = nullptr; // the drawing's
 };
 
@@ -278,7 +263,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     CVexDbDatabase& drawing = *program.database;
     populate(drawing);
     const std::vector<std::byte> start = recordsOf(drawing);
-    Source source(data, size);
+    CFuzzSource source(data, size, kMostBytesRead);
     Hand hand(program, source);
     hand.draw();
     for (int edits = 0; edits < kMostEdits && !source.empty(); ++edits) {

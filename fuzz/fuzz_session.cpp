@@ -1,4 +1,5 @@
 #include "fuzz/fuzzsession.h"
+#include "fuzz/fuzzsource.h"
 #include "vexdb/dbtracker/vexpopupmenu.h"
 
 #include <array>
@@ -37,23 +38,6 @@ constexpr std::array kNumbers = {hostNumberOf(VexDb::CmdLine),
                                  static_cast<unsigned long>(kHostGripSnap),
                                  static_cast<unsigned long>(kHostNew)};
 
-/// Hands out bytes; 0 when there are none left.
-class Source {
-public:
-    Source(const std::uint8_t* data, std::size_t size)
-        : m_at(data), m_end(data + std::min(size, kMostActions))
-    {
-    }
-    [[nodiscard]] std::uint8_t byte() { return m_at == m_end ? std::uint8_t{0} : *m_at++; }
-    [[nodiscard]] bool empty() const { return m_at == m_end; }
-    /// One of a list's elements.
-    [[nodiscard]] auto oneOf(const auto& list) { return list[byte() % list.size()]; }
-
-private:
-    const std::uint8_t* m_at;
-    const std::uint8_t* m_end;
-};
-
 void type(CFuzzProgram& program, char typed)
 {
     const char folded = typed >= 'a' && typed <= 'z' ? static_cast<char>(typed - 'a' + 'A') : typed;
@@ -64,7 +48,7 @@ void type(CFuzzProgram& program, char typed)
     program.display.PostMessage(WM_KEYDOWN, isKey ? key : 0xe7u, keyLParam(character));
 }
 
-void pointAt(CFuzzProgram& program, Source& source)
+void pointAt(CFuzzProgram& program, CFuzzSource& source)
 {
     const auto what = source.oneOf(kMouse);
     // Half of the positions on a coarse grid, so that things coincide; some outside.
@@ -75,7 +59,7 @@ void pointAt(CFuzzProgram& program, Source& source)
     program.display.PostMessage(what, turn, MAKELPARAM(x, y));
 }
 
-void act(CFuzzProgram& program, Source& source)
+void act(CFuzzProgram& program, CFuzzSource& source)
 {
     switch (const std::uint8_t kind = source.byte(); kind / 16) {
     case 10: program.backend.chooseNext(kPopupUnSelect + source.byte() % 60); break;
@@ -109,7 +93,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     CFuzzMachine machine;
     const CVexMachineScope scope(machine);
     CFuzzProgram program;
-    Source source(data, size);
+    CFuzzSource source(data, size, kMostActions);
     while (!source.empty()) {
         act(program, source);
     }

@@ -1,12 +1,11 @@
-#include "platform/base/cfile.h"
-#include "tests/session/sessionfixture.h"
+#include "tests/session/scriptedtest.h"
 
 #include <cstddef>
 
 namespace {
 
 /// Editing commands as lines of a script, on two level lines at (10, 10) and (10, 50).
-class EditingScriptTest : public SessionTest {
+class EditingScriptTest : public ScriptedTest {
 protected:
     EditingScriptTest()
     {
@@ -15,29 +14,6 @@ protected:
         start = bytes();
     }
 
-    void plays(std::vector<CString> script)
-    {
-        CVexScriptPlayer player(*session);
-        EXPECT_TRUE(player.play(std::move(script)));
-        for (const CVexScriptPlayer::Refusal& refusal : player.refusals()) {
-            ADD_FAILURE() << refusal.line << ": " << refusal.text.utf8() << ": "
-                          << refusal.why.utf8();
-        }
-        EXPECT_FALSE(handler().isBusy());
-    }
-    std::wstring refusalOf(std::vector<CString> script)
-    {
-        CVexScriptPlayer player(*session);
-        player.play(std::move(script));
-        return player.refusals().size() == 1 ? player.refusals().front().why.str() : L"";
-    }
-    std::vector<std::byte> bytes()
-    {
-        CMemFile file{CString(L"plan.zpl")};
-        CArchive archive(&file, CArchive::store);
-        EXPECT_TRUE(database->Save(archive) && file.Close());
-        return file.bytes();
-    }
     /// Back step by step to the bytes of the start, and forth again.
     void expectExactUndo(int steps)
     {

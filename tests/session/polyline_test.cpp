@@ -1,46 +1,17 @@
-#include "platform/base/cfile.h"
-#include "tests/session/sessionfixture.h"
-#include "tests/vexdb/polylinewords.h"
+#include "tests/session/scriptedtest.h"
 
 #include <cstddef>
 
 namespace {
 
 /// Polylines as lines of a script.
-class PolylineScriptTest : public SessionTest {
+class PolylineScriptTest : public ScriptedTest {
 protected:
-    void plays(std::vector<CString> script)
-    {
-        CVexScriptPlayer player(*session);
-        EXPECT_TRUE(player.play(std::move(script)));
-        for (const CVexScriptPlayer::Refusal& refusal : player.refusals()) {
-            ADD_FAILURE() << refusal.line << ": " << refusal.text.utf8() << ": "
-                          << refusal.why.utf8();
-        }
-        EXPECT_FALSE(handler().isBusy());
-    }
-    /// What can be seen, the oldest first; what is no polyline as the number of its class.
-    std::vector<std::string> seen()
-    {
-        std::vector<std::string> words;
-        for (const CVexDbObjectId& id : *view().displayedIdSet()) {
-            CVexDbObject* const object = id.getPObject();
-            if (!object->isVisiable()) {
-                continue;
-            }
-            words.push_back(object->classType() == VexDb::kPolyline
-                                ? wordsOf(static_cast<const CVexDbPolyline&>(*object))
-                                : std::to_string(object->classType()));
-        }
-        return words;
-    }
+    /// Where the last point was does not count.
     std::vector<std::byte> bytes()
     {
         database->setLastPoint({0, 0});
-        CMemFile file{CString(L"plan.zpl")};
-        CArchive archive(&file, CArchive::store);
-        EXPECT_TRUE(database->Save(archive) && file.Close());
-        return file.bytes();
+        return SessionTest::bytes();
     }
 };
 

@@ -238,10 +238,7 @@ protected:
         // Commands change these, and undo leaves them: an "O" that nothing asks for is a command.
         database->settings().m_bOrtho = false;
         database->setLastPoint({0, 0});
-        CMemFile file{CString(L"plan.zpl")};
-        CArchive archive(&file, CArchive::store);
-        EXPECT_TRUE(database->Save(archive) && file.Close());
-        return file.bytes();
+        return SessionTest::bytes();
     }
 
     RandomPolylines random{kSeed};

@@ -91,13 +91,6 @@ protected:
         }
         return pieces;
     }
-    std::vector<std::byte> bytes()
-    {
-        CMemFile file{CString(L"plan.zpl")};
-        CArchive archive(&file, CArchive::store);
-        EXPECT_TRUE(database->Save(archive) && file.Close());
-        return file.bytes();
-    }
     void expectUndoGivesTheStart()
     {
         const std::vector<std::byte> end = bytes();

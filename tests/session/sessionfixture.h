@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/cfile.h"
 #include "platform/headless/vexheadless.h"
 #include "vexdb/dbcommand/vexcommandhandler.h"
 #include "vexdb/dbcommand/vexcommandsession.h"
@@ -12,6 +13,7 @@
 #include "vexdb/vexdbdatabase.h"
 #include "vexdb/vexdbviewprocess.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
@@ -136,6 +138,14 @@ public: // what a chain of calls gives back is not the test itself
             }
         }
         return found;
+    }
+    /// The drawing as a file.
+    std::vector<std::byte> bytes()
+    {
+        CMemFile file{CString(L"plan.zpl")};
+        CArchive archive(&file, CArchive::store);
+        EXPECT_TRUE(database->Save(archive) && file.Close());
+        return file.bytes();
     }
     CVexDbDisplayTableRecord& view() { return *database->displays().getCurrentRecord(); }
     CVexCommandHandler& handler() { return database->commandHandler(); }

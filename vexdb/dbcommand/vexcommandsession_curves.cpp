@@ -38,8 +38,10 @@ Made parallelsOf(CVexDbEntity& curve, CVexGePoint2d side, double distance)
 /// A distance, Enter for the last one; false when nobody gave one.
 bool CVexCommandSession::askOffsetDistance()
 {
+    CString question;
+    question.Format(L"Specify offset distance, Enter for %g: ", m_offsetDistance);
+    handler().Prompt(question);
     CString text;
-    handler().Prompt(L"Specify offset distance, Enter for the last one: ");
     if (handler().GetString(-1, text) != InputPoint || handler().isInputLost()) {
         return false;
     }

@@ -133,6 +133,19 @@ TEST(ArcArcTest, ArcsThatTouchFromOutsideMeetWhereTwoEndsAgree)
         hits(arcOf(1.5 * kPi, kPi), arcOf(0.5 * kPi, 1.5 * kPi, 2.0, {3, 0}), kBoth).answer);
 }
 
+// The tolerance goes off the receiver's radius only, so a touch from within counts for the outer
+// circle and not for the inner one. Which hits a chain has with another rests on who is asked.
+TEST(ArcArcTest, TouchFromWithinCountsForTheOuterCircleAlone)
+{
+    const CVexGeCircArc2d outer({0, 0}, 5.0);
+    const CVexGeCircArc2d inner({2, 0}, 3.0);
+    const Hits found = hits(outer, inner, kNone);
+    EXPECT_EQ(2, found.count);
+    EXPECT_POINT_NEAR(5, 0, found.p1, kExact);
+    EXPECT_POINT_NEAR(5, 0, found.p2, kExact);
+    EXPECT_FALSE(hits(inner, outer, kBoth).answer);
+}
+
 TEST(ArcArcTest, CirclesApartWithinAndOnEachOtherDoNotMeet)
 {
     EXPECT_FALSE(hits(CVexGeCircArc2d(), CVexGeCircArc2d({9, 0}, 2.0), kBoth).answer);

@@ -285,17 +285,19 @@ TEST(OffsetTest, RawCornerOfArcsThatDoNotReachEachOtherIsAFillet)
 // for the long way round crosses the source and the clipping would drop the whole chain.
 TEST(OffsetTest, FilletKeepsToTheShortWayWhereTheNextArcBendsBack)
 {
-    // The first half circle, of radius 100, comes to the origin from below; the second leaves it
-    // 0.1 radians to the right and bends left. The fillet turns by these 0.1, clockwise.
-    const double across = std::cos(0.1);
-    const double up = std::sin(0.1);
+    // The first half circle, of radius 1500, comes to the origin from below; the second leaves it
+    // 0.000015 radians to the right and bends left. Moved by 1000 to the left their circles count
+    // as touching, so that a fillet joins the two ends: too small a turn for a bulge.
+    const double turn = 0.000015;
+    const double across = std::cos(turn);
+    const double up = std::sin(turn);
     const CVexGePolyline2d bends =
-        chain({{200, 0, -1.0}, {0, 0, 1.0}, {-200 * across, 200 * up}}, false);
-    const CVexGePolyline2d raw = Steps(bends).rawChain(2, 1);
+        chain({{3000, 0, -1.0}, {0, 0, 1.0}, {-3000 * across, 3000 * up}}, false);
+    const CVexGePolyline2d raw = Steps(bends).rawChain(1000, 1);
     ASSERT_EQ(4U, raw.numVerts());
-    EXPECT_POINT_NEAR(-2, 0, raw.vertices()[1], 1e-9);
-    EXPECT_NEAR(-std::tan(0.025), raw.getBulgeAt(1), 1e-9);
-    EXPECT_POINT_NEAR(-2 * across, 2 * up, raw.vertices()[2], 1e-9);
+    EXPECT_POINT_NEAR(-1000, 0, raw.vertices()[1], 1e-9);
+    EXPECT_EQ(0.0, raw.getBulgeAt(1));
+    EXPECT_POINT_NEAR(-1000 * across, 1000 * up, raw.vertices()[2], 1e-9);
 }
 
 TEST(OffsetTest, RingOfArcsWhoseJointsAreNotSmoothStaysWhole)

@@ -63,14 +63,66 @@ Points hitsOf(const CVexGeCircArc2d& segment, const auto& curve)
     return pairOfHits(segment, curve);
 }
 
+double sweepOf(const CVexGeCircArc2d& arc)
+{
+    const double run = arc.endAng() - arc.startAng();
+    return run < 0.0 ? run + 2.0 * std::numbers::pi : run;
+}
+
+double travelAngle(const CVexGeCircArc2d& arc, double bulge, const Point& point)
+{
+    constexpr double kTurn = 2.0 * std::numbers::pi;
+    const double sweep = sweepOf(arc);
+    const double angle = arc.center().angleTo(point);
+    double run = bulge < 0.0 ? arc.endAng() - angle : angle - arc.startAng();
+    run = run < 0.0 ? run + kTurn : run;
+    return run <= sweep ? run : run - sweep > kTurn - run ? 0.0 : sweep;
+}
+
+double alongSegment(const CVexGeLine2d& line, double /*bulge*/, const Point& point)
+{
+    return line.startPoint().distanceTo(point);
+}
+
+double alongSegment(const CVexGeCircArc2d& arc, double bulge, const Point& point)
+{
+    return arc.radius() * travelAngle(arc, bulge, point);
+}
+
+const Point& heldWithin(const CVexGeLine2d& /*line*/, const Point& point)
+{
+    return point;
+}
+
+Point heldWithin(const CVexGeCircArc2d& arc, const Point& point)
+{
+    constexpr double kTurn = 2.0 * std::numbers::pi;
+    const double sweep = sweepOf(arc);
+    double run = arc.center().angleTo(point) - arc.startAng();
+    run = run < 0.0 ? run + kTurn : run;
+    if (run <= sweep) {
+        return point;
+    }
+    return run - sweep > kTurn - run ? arc.startPoint() : arc.endPoint();
+}
+
+/// Arcs forgive 0.001 radians beyond their ends; what lies there is not on the chain.
+bool isBetweenEnds(const auto& segment, const Point& point)
+{
+    return heldWithin(segment, point).isEqualTo(point, 0.001);
+}
+
 /// The hits of a curve with all segments of `chain`, which are the receivers.
 Points hitsWith(const Chain& chain, const auto& curve)
 {
     Points all;
     for (std::size_t k = 0; k < chain.numVerts(); ++k) {
         withSegment(chain, k, [&](const auto& receiver) {
-            const Points some = hitsOf(receiver, curve);
-            all.insert(all.end(), some.begin(), some.end());
+            for (const Point& hit : hitsOf(receiver, curve)) {
+                if (isBetweenEnds(receiver, hit) && isBetweenEnds(curve, hit)) {
+                    all.push_back(hit);
+                }
+            }
         });
     }
     return all;
@@ -87,17 +139,6 @@ std::vector<double> runsOf(const Chain& chain, double& total)
     return runs;
 }
 
-double travelled(const CVexGeLine2d& line, double /*bulge*/, const Point& hit)
-{
-    return line.distAtPoint(hit);
-}
-
-double travelled(const CVexGeCircArc2d& arc, double bulge, const Point& hit)
-{
-    const double along = arc.distAtPoint(hit);
-    return bulge < 0.0 ? arc.length() - along : along;
-}
-
 /// The hits of `chain` with `other` by parameter.
 Chain::ParamMap hitsByParam(const Chain& chain, const Chain& other)
 {
@@ -110,29 +151,13 @@ Chain::ParamMap hitsByParam(const Chain& chain, const Chain& other)
             chain.CheckSameIntPoints(hits);
             for (const Point& hit : hits) {
                 const double bulge = chain.getBulgeAt(static_cast<unsigned>(i));
-                const double run = runs[i] + travelled(segment, bulge, hit);
+                const double run = runs[i] + alongSegment(segment, bulge, hit);
                 const double param = std::clamp(run / total, 0.0, 1.0);
                 result.emplace(std::trunc(param * 1e8) / 1e8, hit);
             }
         });
     }
     return result;
-}
-
-double sweepOf(const CVexGeCircArc2d& arc)
-{
-    const double run = arc.endAng() - arc.startAng();
-    return run < 0.0 ? run + 2.0 * std::numbers::pi : run;
-}
-
-double travelAngle(const CVexGeCircArc2d& arc, double bulge, const Point& point)
-{
-    constexpr double kTurn = 2.0 * std::numbers::pi;
-    const double sweep = sweepOf(arc);
-    const double angle = arc.center().angleTo(point);
-    double run = bulge < 0.0 ? arc.endAng() - angle : angle - arc.startAng();
-    run = run < 0.0 ? run + kTurn : run;
-    return run <= sweep ? run : run - sweep > kTurn - run ? 0.0 : sweep;
 }
 
 /// The bulges before and after a cut of a segment.
@@ -155,16 +180,6 @@ struct Hit {
     std::size_t segment = 0;
     Point point;
 };
-
-double alongSegment(const CVexGeLine2d& line, double /*bulge*/, const Point& point)
-{
-    return line.startPoint().distanceTo(point);
-}
-
-double alongSegment(const CVexGeCircArc2d& arc, double bulge, const Point& point)
-{
-    return arc.radius() * travelAngle(arc, bulge, point);
-}
 
 /// A piece that loses its head step by step; lengths run from where it began.
 struct Piece {
@@ -197,6 +212,9 @@ struct Piece {
         for (std::size_t i = first; i < chain.numVerts(); ++i) {
             withSegment(chain, i, [&](const auto& segment) {
                 for (const Point& point : hitsOf(segment, circle)) {
+                    if (!isBetweenEnds(segment, point)) {
+                        continue;
+                    }
                     const Hit hit = at(i, point);
                     if (!found) {
                         found.emplace(hit, hit);
@@ -259,6 +277,21 @@ Point closestOfPair(const CVexGeCircArc2d& own, const CVexGeLine2d& source, Poin
 Point closestOfPair(const CVexGeCircArc2d& own, const CVexGeCircArc2d& source, Point& onSource)
 {
     return own.closestPointTo(source, onSource);
+}
+
+/// With the ends of arcs in place of points beyond them.
+Point heldToEnds(const auto& own, const auto& source, const Point& onOwn, Point& onSource)
+{
+    if (isBetweenEnds(own, onOwn) && isBetweenEnds(source, onSource)) {
+        return onOwn;
+    }
+    const Point ownEnd = heldWithin(own, onOwn);
+    const Point besideOwn = heldWithin(source, source.closestPointTo(ownEnd));
+    const Point sourceEnd = heldWithin(source, onSource);
+    const Point besideSource = heldWithin(own, own.closestPointTo(sourceEnd));
+    const bool atSource = besideSource.distanceTo(sourceEnd) < ownEnd.distanceTo(besideOwn);
+    onSource = atSource ? sourceEnd : besideOwn;
+    return atSource ? besideSource : ownEnd;
 }
 
 bool tooShort(const CVexGeLine2d& line)
@@ -440,7 +473,7 @@ private:
         std::optional<Point> near;
         for (std::size_t s = 0; s < m_source.numVerts() && !near; ++s) {
             withSegment(m_source, s, [&](const auto& segment) {
-                const Point foot = segment.closestPointTo(vertex, 0.001);
+                const Point foot = heldWithin(segment, segment.closestPointTo(vertex, 0.001));
                 if (!tooShort(segment) && foot.distanceTo(vertex) < m_dist - kClip) {
                     near = foot;
                 }
@@ -455,10 +488,13 @@ private:
         double lowest = 0.0;
         const auto offer = [&](const auto& own, const auto& segment) {
             Point there;
-            const Point here = closestOfPair(own, segment, there);
+            Point here = closestOfPair(own, segment, there);
+            if (tooShort(own) || tooShort(segment) || !(here.distanceTo(there) < m_dist - kClip)) {
+                return;
+            }
+            here = heldToEnds(own, segment, here, there);
             const double run = piece.at(i, here).run;
-            if (!tooShort(own) && !tooShort(segment) && here.distanceTo(there) < m_dist - kClip &&
-                (!near || run < lowest)) {
+            if (here.distanceTo(there) < m_dist - kClip && (!near || run < lowest)) {
                 lowest = run;
                 near = there;
             }

@@ -153,6 +153,22 @@ TEST(PolylineIntersectTest, HitsWithOneKeyKeepTheFirst)
 
 // Only against another polyline is the parameter on a clockwise arc that of the travel; lines and
 // arcs count from the arc's own start, and trimming reads the keys so.
+// Within 0.001 radians of its start an arc knows one distance along it, none: hits there share a
+// key, and the map holds one of what the list has. At a radius of 1000 that is the first unit.
+TEST(PolylineIntersectTest, HitsNextToTheStartOfAnArcShareAKey)
+{
+    const CVexGePolyline2d arc = chain({{0, 1000, std::tan(kPi / 8.0)}, {-1000, 2000}}, false);
+    const CVexGePolyline2d post =
+        chain({{-5, 1000.3}, {5, 1000.3}, {5, 1000.6}, {-5, 1000.6}}, false);
+    EXPECT_EQ(2U, hits(arc, post, kNone).size());
+    CVexGePolyline2d::ParamMap keyed;
+    int count = 0;
+    EXPECT_TRUE(arc.intersectWith(post, count, keyed, kNone));
+    ASSERT_EQ(1, count);
+    EXPECT_EQ(0.0, keyed.begin()->first);
+    EXPECT_NEAR(1000.3, keyed.begin()->second.y, kExact);
+}
+
 TEST(PolylineIntersectTest, KeyOnAClockwiseArcIsOfTheTravelOnlyAgainstAPolyline)
 {
     const CVexGePolyline2d half = chain({{0, 0, -1.0}, {10, 0}}, false);

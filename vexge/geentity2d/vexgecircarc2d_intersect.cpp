@@ -85,7 +85,9 @@ bool CVexGeCircArc2d::intersectWith(const CVexGeCircArc2d& arc, int& count, CVex
     const double r2 = arc.m_radius;
     const CVexGeVector2d way = arc.m_center - m_center;
     const double d = way.length();
-    // Circles with one centre have no hits here, not even when they coincide.
+    // Circles with one centre have no hits here, not even when they coincide. The tolerance goes
+    // off this radius only, so a touch from within counts for the outer circle and not for the
+    // inner one: which hits two chains have rests on which of them is asked.
     if (r1 + r2 + tol < d || std::fabs(r1 - r2 - tol) > d || d == 0.0) {
         return false;
     }

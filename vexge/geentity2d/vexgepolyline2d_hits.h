@@ -1,6 +1,5 @@
 #pragma once
 
-#include "vexge/geentity2d/vexgepolyline2d_index.h"
 #include "vexge/geentity2d/vexgepolyline2d_walk.h"
 
 #include <algorithm>
@@ -41,32 +40,6 @@ VexGeHits hitsOf(const CVexGeCircArc2d& segment, const Curve& curve, CVexGeEntit
     VexGeHits hits;
     segment.intersectWith(curve, hits.count, hits.points[0], hits.points[1], kind, tol);
     return hits;
-}
-
-/// Calls `take(hit)` for the hits of `segment`, a line or arc, with the segments of `other`, in the
-/// order of these, which are the receivers. Between bounded curves the boxes choose the pairs.
-template <class Segment, class Take>
-void eachHitWith(const CVexGePolyline2d& other, const VexGeSegmentIndex* index,
-                 const VexGeBox& reach, const Segment& segment, CVexGeEntity2d::Intersect kind,
-                 double tol, const Take& take)
-{
-    const CVexGeEntity2d::Intersect fromOther = CVexGeEntity2d::exchanged(kind);
-    const auto hitsWith = [&](std::size_t i) {
-        CVexGePolylineWalk::at(other, static_cast<unsigned>(i), [&](const auto& receiver) {
-            for (const CVexGePoint2d& hit : hitsOf(receiver, segment, fromOther, tol)) {
-                take(hit);
-            }
-            return false;
-        });
-        return false;
-    };
-    if (index != nullptr) {
-        index->search(reach, hitsWith);
-        return;
-    }
-    for (std::size_t i = 0; i < other.numVerts(); ++i) {
-        hitsWith(i);
-    }
 }
 
 // A distance along a segment's own line or arc, in the direction of travel.

@@ -125,6 +125,8 @@ bool CVexGePolyline2d::getOffset(const CVexGePoint2d& side, double dist, Polylin
     if (bothSides) {
         clipOffsetPoly(other.points, other.bulges, here.points, here.bulges, distance, out);
     }
+    // Coordinates near the end of the numbers overflow on the way.
+    std::erase_if(out, [](const auto& piece) { return !isFinite(*piece); });
     return !out.empty();
 }
 

@@ -122,6 +122,28 @@ std::vector<CVexGePoint2d> crossingsOfArcs(const CVexGeCircArc2d& prev, const CV
 /// direction of `point`; held within the sweep by the nearer end.
 double travelAngle(const CVexGeCircArc2d& arc, double bulge, const CVexGePoint2d& point);
 
+/// The point of a segment that stands for `point`, which lies on its line or circle: itself, or the
+/// end that it lies beyond. An arc forgives 0.001 radians beyond its ends, which is a unit of
+/// length at a radius of 1000: its hits and closest points may lie off the chain that is under
+/// work.
+inline const CVexGePoint2d& heldWithin(const CVexGeLine2d& /*line*/, const CVexGePoint2d& point)
+{
+    return point;
+}
+CVexGePoint2d heldWithin(const CVexGeCircArc2d& arc, const CVexGePoint2d& point);
+
+/// Whether a hit of a segment is one: whether it lies between its ends, visibly.
+template <class Segment>
+bool isBetweenEnds(const Segment& segment, const CVexGePoint2d& hit)
+{
+    return heldWithin(segment, hit).isEqualTo(hit, kGeTol);
+}
+
+/// How far along a segment in the direction of travel a point of it lies. Unlike distAtPoint() it
+/// tells places apart that are near an end of an arc.
+double alongSegment(const CVexGeLine2d& line, double bulge, const CVexGePoint2d& point);
+double alongSegment(const CVexGeCircArc2d& arc, double bulge, const CVexGePoint2d& point);
+
 /// The bulges of the two parts of an arc segment, from `start` to `end`, that is cut at `cut`.
 struct VexGeSplitBulge {
     double before = 0.0;

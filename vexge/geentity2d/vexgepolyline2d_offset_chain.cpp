@@ -85,7 +85,8 @@ double VexGeOffsetSegment::signedBulge() const
 
 bool VexGeOffsetSegment::holds(const CVexGePoint2d& point, double tol) const
 {
-    return (m_isArc ? m_arc.isOn(point, tol) : m_line.isOn(point, tol)) != 0;
+    return m_isArc ? m_arc.isOn(point, tol) != 0 && isBetweenEnds(m_arc, point)
+                   : m_line.isOn(point, tol) != 0;
 }
 
 void VexGeOffsetSegment::setAngle(bool startAngle, const CVexGePoint2d& point, bool shorten)
@@ -122,6 +123,26 @@ double travelAngle(const CVexGeCircArc2d& arc, double bulge, const CVexGePoint2d
         return run;
     }
     return run - sweep > kGeTwoPi - run ? 0.0 : sweep;
+}
+
+CVexGePoint2d heldWithin(const CVexGeCircArc2d& arc, const CVexGePoint2d& point)
+{
+    const double sweep = sweepOf(arc);
+    const double run = notNegativeAngle(arc.center().angleTo(point) - arc.startAng());
+    if (run <= sweep) {
+        return point;
+    }
+    return run - sweep > kGeTwoPi - run ? arc.startPoint() : arc.endPoint();
+}
+
+double alongSegment(const CVexGeLine2d& line, double /*bulge*/, const CVexGePoint2d& point)
+{
+    return line.startPoint().distanceTo(point);
+}
+
+double alongSegment(const CVexGeCircArc2d& arc, double bulge, const CVexGePoint2d& point)
+{
+    return arc.radius() * travelAngle(arc, bulge, point);
 }
 
 VexGeSplitBulge splitBulge(const CVexGePoint2d& start, const CVexGePoint2d& end, double bulge,

@@ -1,5 +1,6 @@
 #include "vexge/geentity2d/vexgepolyline2d_offset_clip.h"
 
+#include "vexge/geentity2d/vexgepolyline2d_hitlist.h"
 #include "vexge/geentity2d/vexgepolyline2d_hits.h"
 
 #include <algorithm>
@@ -70,6 +71,10 @@ bool isLine(const CVexGePolyline2d& chain, std::size_t segment)
     return chain.segType(static_cast<unsigned>(segment)) == CVexGePolyline2d::kLine;
 }
 
+constexpr auto isHitOfBoth = [](const auto& a, const auto& b, const CVexGePoint2d& hit) {
+    return isBetweenEnds(a, hit) && isBetweenEnds(b, hit);
+};
+
 /// Finds what the segments of a chain hit on the chain itself.
 class SelfHitFinder {
 public:
@@ -93,14 +98,22 @@ public:
                 m_chain.CheckSameIntPoints(m_points);
             }
             for (const CVexGePoint2d& hit : m_points) {
-                const double along = segment.distAtPoint(hit, kGeEpsilon);
-                hits.push_back({own, travelled(segment, m_chain.getBulgeAt(own), along), hit, 0.0});
+                const double along = alongSegment(segment, m_chain.getBulgeAt(own), hit);
+                hits.push_back({own, along, hit, 0.0});
             }
             return false;
         });
     }
 
 private:
+    /// As isBetweenEnds(); a look at the vertices spares nearly all hits, which are joints, the
+    /// search for their angle.
+    [[nodiscard]] bool isOn(std::size_t i, const auto& segment, const CVexGePoint2d& hit) const
+    {
+        const auto& points = m_chain.vertices();
+        return hit.isEqualTo(points[i], kGeTol) || hit.isEqualTo(points[i + 1], kGeTol) ||
+               isBetweenEnds(segment, hit);
+    }
     void gather(std::size_t i, const auto& segment, bool withJoints)
     {
         m_points.clear();
@@ -114,7 +127,9 @@ private:
             return m_segments.at(static_cast<unsigned>(k), [&](const auto& receiver) {
                 for (const CVexGePoint2d& hit :
                      hitsOf(receiver, segment, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
-                    m_points.push_back(hit);
+                    if (isOn(i, segment, hit) && isOn(k, receiver, hit)) {
+                        m_points.push_back(hit);
+                    }
                 }
                 return false;
             });
@@ -181,9 +196,15 @@ int VexGeOffsetClipper::clip(CVexGePolyline2d chain, const CVexGePolyline2d& oth
 VexGeOffsetClipper::CutMap VexGeOffsetClipper::whereToCut(const CVexGePolyline2d& chain,
                                                           const CVexGePolyline2d& other) const
 {
-    int count = 0;
     CutMap cuts;
-    chain.intersectWith(other, count, cuts, CVexGeEntity2d::kExtendNone, kGeEpsilon);
+    const VexGeRunningLengths lengths(chain);
+    const auto take = [&](unsigned i, const auto& segment, const std::vector<CVexGePoint2d>& hits) {
+        for (const CVexGePoint2d& hit : hits) {
+            const double along = alongSegment(segment, chain.getBulgeAt(i), hit);
+            cuts.emplace(lengths.key(i, along), hit);
+        }
+    };
+    eachHitList(chain, other, CVexGeEntity2d::kExtendNone, kGeEpsilon, take, isHitOfBoth);
     std::optional<VertexIndex> vertices;
     for (const SelfHit& hit : selfCrossings(chain)) {
         const auto& points = chain.vertices();
@@ -257,13 +278,17 @@ std::optional<CVexGePoint2d> VexGeOffsetClipper::contact(const CVexGePolyline2d&
         const auto index = static_cast<unsigned>(i);
         const VexGeBox reach = segmentBox(chain, index).grownBy(2.0 * kGeEpsilon);
         Walk::at(chain, index, [&](const auto& segment) {
-            eachHitWith(m_source, &m_sourceIndex, reach, segment, CVexGeEntity2d::kExtendNone,
-                        kGeEpsilon, [&](const CVexGePoint2d& hit) {
-                            if (!found) {
-                                found = hit;
-                            }
-                        });
-            return true;
+            return m_sourceIndex.search(reach, [&](std::size_t s) {
+                return m_sourceSegments.at(static_cast<unsigned>(s), [&](const auto& receiver) {
+                    for (const CVexGePoint2d& hit :
+                         hitsOf(receiver, segment, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
+                        if (!found && isHitOfBoth(segment, receiver, hit)) {
+                            found = hit;
+                        }
+                    }
+                    return found.has_value();
+                });
+            });
         });
     }
     return found;

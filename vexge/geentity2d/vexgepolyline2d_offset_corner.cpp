@@ -1,4 +1,5 @@
 #include "vexge/geentity2d/vexgeangle.h"
+#include "vexge/geentity2d/vexgepolyline2d_hits.h"
 #include "vexge/geentity2d/vexgepolyline2d_offset.h"
 #include "vexge/geentity2d/vexgewinding.h"
 
@@ -72,23 +73,25 @@ VexGeOffsetCorner::crossingWithLine(const CVexGeLine2d& line, const CVexGeCircAr
 std::optional<VexGeOffsetCorner::Crossing> VexGeOffsetCorner::crossingOfArcs() const
 {
     const CVexGePoint2d end = m_prev.end();
-    int count = 0;
-    CVexGePoint2d hits[2];
-    const auto nearest = [&] {
-        return count > 1 && end.distanceTo(hits[1]) < end.distanceTo(hits[0]) ? hits[1] : hits[0];
-    };
-    if (m_prev.arc().intersectWith(m_cur.arc(), count, hits[0], hits[1],
-                                   CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
-        return Crossing{nearest(), true, true};
+    const VexGeHits bounded =
+        hitsOf(m_prev.arc(), m_cur.arc(), CVexGeEntity2d::kExtendNone, kGeEpsilon);
+    std::optional<Crossing> best;
+    for (const CVexGePoint2d& hit : bounded) {
+        if (isBetweenEnds(m_prev.arc(), hit) && isBetweenEnds(m_cur.arc(), hit) &&
+            (!best || end.distanceTo(hit) < end.distanceTo(best->point))) {
+            best = Crossing{hit, true, true};
+        }
     }
-    count = 0;
-    if (!wholeCircle(m_prev.arc())
-             .intersectWith(wholeCircle(m_cur.arc()), count, hits[0], hits[1],
-                            CVexGeEntity2d::kExtendBoth, kGeEpsilon)) {
-        return std::nullopt;
+    if (best) {
+        return best;
     }
-    const CVexGePoint2d point = nearest();
-    return Crossing{point, m_prev.holds(point, kGeEpsilon), m_cur.holds(point, kGeEpsilon)};
+    for (const CVexGePoint2d& hit : hitsOf(wholeCircle(m_prev.arc()), wholeCircle(m_cur.arc()),
+                                           CVexGeEntity2d::kExtendBoth, kGeEpsilon)) {
+        if (!best || end.distanceTo(hit) < end.distanceTo(best->point)) {
+            best = Crossing{hit, m_prev.holds(hit, kGeEpsilon), m_cur.holds(hit, kGeEpsilon)};
+        }
+    }
+    return best;
 }
 
 void VexGeOffsetCorner::trimPrev(const Crossing& crossing)

@@ -1,6 +1,6 @@
 #include "vexge/geentity2d/vexgepolyline2d_hits.h"
 #include "vexge/geentity2d/vexgepolyline2d_offset_clip.h"
-#include "vexge/geentity2d/vexgewinding.h"
+#include "vexge/geentity2d/vexgepolyline2d_offset_near.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,118 +18,6 @@ constexpr double kNearVertexTol = 0.001;
 constexpr double kBeforeStart = -1.0;
 constexpr double kBeyondEndAtContact = 1.1;
 constexpr double kBeyondEnd = 1.0000001;
-
-double alongSegment(const CVexGeLine2d& line, double /*bulge*/, const CVexGePoint2d& point)
-{
-    return line.startPoint().distanceTo(point);
-}
-
-double alongSegment(const CVexGeCircArc2d& arc, double bulge, const CVexGePoint2d& point)
-{
-    return arc.radius() * travelAngle(arc, bulge, point);
-}
-
-// The closest points of a segment of a piece and one of the source. A line looks for an arc, not
-// the arc for the line: an arc does not look at the line's ends.
-CVexGePoint2d closestOfPair(const CVexGeLine2d& own, const CVexGeLine2d& source,
-                            CVexGePoint2d& onSource)
-{
-    return own.closestPointTo(source, onSource, kGeEpsilon);
-}
-
-CVexGePoint2d closestOfPair(const CVexGeLine2d& own, const CVexGeCircArc2d& source,
-                            CVexGePoint2d& onSource)
-{
-    return own.closestPointTo(source, onSource, kGeEpsilon);
-}
-
-CVexGePoint2d closestOfPair(const CVexGeCircArc2d& own, const CVexGeLine2d& source,
-                            CVexGePoint2d& onSource)
-{
-    CVexGePoint2d onOwn;
-    onSource = source.closestPointTo(own, onOwn, kGeEpsilon);
-    return onOwn;
-}
-
-CVexGePoint2d closestOfPair(const CVexGeCircArc2d& own, const CVexGeCircArc2d& source,
-                            CVexGePoint2d& onSource)
-{
-    return own.closestPointTo(source, onSource, kGeEpsilon);
-}
-
-/// What a bound may be off by from rounding.
-constexpr double kBoundSlack = 1e-6;
-
-double squaredDistance(const CVexGeLine2d& line, const CVexGePoint2d& point)
-{
-    const CVexGeVector2d run = line.endPoint() - line.startPoint();
-    const CVexGeVector2d way = point - line.startPoint();
-    const double size = run.lengthSqrd();
-    const double along = size > 0.0 ? std::clamp(way.dotProduct(run) / size, 0.0, 1.0) : 0.0;
-    return (way - run * along).lengthSqrd();
-}
-
-bool mayCross(const CVexGeLine2d& a, const CVexGeLine2d& b)
-{
-    const auto straddles = [](const CVexGeLine2d& line, const CVexGeLine2d& other) {
-        const double first = doubledArea(line.startPoint(), line.endPoint(), other.startPoint());
-        const double second = doubledArea(line.startPoint(), line.endPoint(), other.endPoint());
-        return !(first > 0.0 && second > 0.0) && !(first < 0.0 && second < 0.0);
-    };
-    return straddles(a, b) && straddles(b, a);
-}
-
-// Whether the two certainly keep `reach` between them: a bound that needs no direction to be found,
-// which spares nearly all pairs the search for their closest points.
-bool surelyApart(const CVexGeLine2d& a, const CVexGeLine2d& b, double reach)
-{
-    const double far = (reach + kBoundSlack) * (reach + kBoundSlack);
-    return squaredDistance(a, b.startPoint()) > far && squaredDistance(a, b.endPoint()) > far &&
-           squaredDistance(b, a.startPoint()) > far && squaredDistance(b, a.endPoint()) > far &&
-           !mayCross(a, b);
-}
-
-bool surelyApart(const CVexGeLine2d& line, const CVexGeCircArc2d& arc, double reach)
-{
-    const CVexGePoint2d& centre = arc.center();
-    const double nearest = std::sqrt(squaredDistance(line, centre));
-    const double farthest =
-        std::max(centre.distanceTo(line.startPoint()), centre.distanceTo(line.endPoint()));
-    return std::max(nearest - arc.radius(), arc.radius() - farthest) > reach + kBoundSlack;
-}
-
-bool surelyApart(const CVexGeCircArc2d& arc, const CVexGeLine2d& line, double reach)
-{
-    return surelyApart(line, arc, reach);
-}
-
-bool surelyApart(const CVexGeCircArc2d& a, const CVexGeCircArc2d& b, double reach)
-{
-    const double centres = a.center().distanceTo(b.center());
-    const double outside = centres - a.radius() - b.radius();
-    const double within = std::fabs(a.radius() - b.radius()) - centres;
-    return std::max(outside, within) > reach + kBoundSlack;
-}
-
-bool surelyApart(const CVexGeLine2d& line, const CVexGePoint2d& point, double reach)
-{
-    return squaredDistance(line, point) > (reach + kBoundSlack) * (reach + kBoundSlack);
-}
-
-bool surelyApart(const CVexGeCircArc2d& arc, const CVexGePoint2d& point, double reach)
-{
-    return std::fabs(arc.center().distanceTo(point) - arc.radius()) > reach + kBoundSlack;
-}
-
-bool tooShort(const CVexGeLine2d& line)
-{
-    return line.length() < kOffsetClipTol;
-}
-
-bool tooShort(const CVexGeCircArc2d& /*arc*/)
-{
-    return false;
-}
 
 /// False when the piece begins at `hit` already: nothing more can be taken off it.
 bool removeHead(VexGeOffsetPiece& piece, const VexGePieceHit& hit)
@@ -172,6 +60,9 @@ std::optional<VexGeOffsetPiece::Span> VexGeOffsetPiece::hitsWith(const CVexGeCir
         Walk::at(m_chain, static_cast<unsigned>(i), [&](const auto& segment) {
             for (const CVexGePoint2d& point :
                  hitsOf(segment, circle, CVexGeEntity2d::kExtendNone, kGeEpsilon)) {
+                if (!isBetweenEnds(segment, point)) {
+                    continue;
+                }
                 const VexGePieceHit hit = at(i, point);
                 if (!span) {
                     span = Span{hit, hit};
@@ -304,9 +195,12 @@ std::optional<CVexGePoint2d> VexGeOffsetClipper::nearVertex(const CVexGePoint2d&
         if (surelyApart(segment, vertex, limit) || tooShort(segment)) {
             return false;
         }
-        const CVexGePoint2d foot = segment.closestPointTo(vertex, kNearVertexTol);
+        CVexGePoint2d foot = segment.closestPointTo(vertex, kNearVertexTol);
         if (foot.distanceTo(vertex) < limit) {
-            near = foot;
+            foot = heldWithin(segment, foot);
+            if (foot.distanceTo(vertex) < limit) {
+                near = foot;
+            }
         }
         return true;
     });
@@ -338,7 +232,10 @@ std::optional<CVexGePoint2d> VexGeOffsetClipper::nearSegment(const VexGeOffsetPi
                 if (!surelyApart(own, segment, limit) && !tooShort(segment)) {
                     CVexGePoint2d there;
                     const CVexGePoint2d here = closestOfPair(own, segment, there);
-                    offer(here, there);
+                    if (here.distanceTo(there) < limit) {
+                        const CVexGePoint2d held = heldToEnds(own, segment, here, there);
+                        offer(held, there);
+                    }
                 }
                 return false;
             });

@@ -2,9 +2,21 @@
 
 #include <cstring>
 #include <nlohmann/json.hpp>
-#include <regex>
+#include <string>
+#include <string_view>
 
 namespace {
+
+/// Dumped lines without the hard identifiers, which each program draws anew.
+std::string withoutIds(std::string lines)
+{
+    constexpr std::string_view kKey = "\"id\":";
+    for (std::size_t at = lines.find(kKey); at != std::string::npos; at = lines.find(kKey, at)) {
+        const std::size_t behind = lines.find_first_not_of("0123456789", at + kKey.size());
+        lines.erase(at, behind - at + (lines[behind] == ',' ? 1 : 0));
+    }
+    return lines;
+}
 
 TEST_F(ToolTest, HelpOfEverySubcommandShowsTwoExamples)
 {
@@ -128,8 +140,7 @@ TEST_F(ToolTest, DumpAndNewKeepWhatNoPictureShows)
     }
     write("a.jsonl", first);
     ASSERT_EQ(run("new b.zpl --from a.jsonl").code, 0);
-    const std::regex id("\"id\":[0-9]+,?");
-    EXPECT_EQ(std::regex_replace(run("dump b.zpl").out, id, ""), std::regex_replace(first, id, ""));
+    EXPECT_EQ(withoutIds(run("dump b.zpl").out), withoutIds(first));
 }
 
 TEST_F(ToolTest, FixedBlocksComeBackByteForByteThroughADump)

@@ -55,18 +55,7 @@ protected:
             }
         }
     }
-    /// The polylines that can be seen, the oldest first.
-    std::vector<std::string> polylines()
-    {
-        std::vector<std::string> words;
-        for (const CVexDbObjectId& id : *view->displayedIdSet()) {
-            CVexDbObject* const object = id.getPObject();
-            if (object->isVisiable() && object->classType() == VexDb::kPolyline) {
-                words.push_back(wordsOf(static_cast<const CVexDbPolyline&>(*object)));
-            }
-        }
-        return words;
-    }
+    std::vector<std::string> polylines() { return visiblePolylines(*view->displayedIdSet()); }
     [[nodiscard]] std::vector<std::wstring> boxes() const
     {
         std::vector<std::wstring> texts;

@@ -49,17 +49,7 @@ protected:
         EXPECT_TRUE(start == bytes());
         EXPECT_TRUE(undo().undoStack().empty());
     }
-    std::vector<std::string> polylines()
-    {
-        std::vector<std::string> words;
-        for (const CVexDbObjectId& id : *view->displayedIdSet()) {
-            CVexDbObject* const object = id.getPObject();
-            if (object->isVisiable() && object->classType() == VexDb::kPolyline) {
-                words.push_back(wordsOf(static_cast<const CVexDbPolyline&>(*object)));
-            }
-        }
-        return words;
-    }
+    std::vector<std::string> polylines() { return visiblePolylines(*view->displayedIdSet()); }
     CVexDbPolyline* polyline = nullptr;
     std::vector<std::byte> start;
 };

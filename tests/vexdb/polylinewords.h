@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vexdb/dbobject/dbentity/vexdbpolyline.h"
+#include "vexdb/dbobject/vexdbidset.h"
 
 #include <cmath>
 #include <sstream>
@@ -60,4 +61,17 @@ inline std::string wordsOf(const CVexDbPolyline& polyline)
     }
     words << (polyline.IsClosed() ? " closed" : "");
     return words.str();
+}
+
+/// The polylines among `shown` that can be seen, the oldest first.
+inline std::vector<std::string> visiblePolylines(const CVexDbIdSet& shown)
+{
+    std::vector<std::string> words;
+    for (const CVexDbObjectId& id : shown) {
+        const CVexDbObject* const object = id.getPObject();
+        if (object->isVisiable() && object->classType() == VexDb::kPolyline) {
+            words.push_back(wordsOf(static_cast<const CVexDbPolyline&>(*object)));
+        }
+    }
+    return words;
 }
